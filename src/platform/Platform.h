@@ -1,0 +1,28 @@
+#pragma once
+
+namespace quorvin {
+
+class ApplicationBundle;
+class AudioHost;
+class ProcessRunner;
+class Scheduler;
+class SoundPlayers;
+class UserDefaults;
+class UserNotifications;
+class WindowSystem;
+class Workspace;
+
+/// What the program needs of a system. The members outlive everything that is given them.
+struct Platform {
+    Scheduler& scheduler;
+    ApplicationBundle& applicationBundle;
+    UserDefaults& userDefaults;
+    AudioHost& audioHost;
+    ProcessRunner& processRunner;
+    Workspace& workspace;
+    WindowSystem& windowSystem;
+    UserNotifications& userNotifications;
+    SoundPlayers& soundPlayers;
+};
+
+} // namespace quorvin
