@@ -1,5 +1,9 @@
 #pragma once
 
+#include "platform/ProcessTable.h"
+
+#include <functional>
+
 namespace quorvin {
 
 class ApplicationBundle;
@@ -23,6 +27,9 @@ struct Platform {
     WindowSystem& windowSystem;
     UserNotifications& userNotifications;
     SoundPlayers& soundPlayers;
+    ProcessTableFactory makeProcessTable;
+    /// Runs `work` once on another thread.
+    std::function<void(std::function<void()> work)> runInBackground;
 };
 
 } // namespace quorvin

@@ -20,7 +20,8 @@ struct NotificationRequest {
     NotificationSound sound = NotificationSound::standard;
 };
 
-/// The system's notification centre. Main thread only; the callbacks come there as well, later.
+/// The system's notification centre. Main thread only; the callbacks come there as well, at any
+/// time, also before the call returns.
 class UserNotifications {
 public:
     struct Authorization {

@@ -1,0 +1,82 @@
+#!/usr/bin/python3
+"""Shows the program at work where there is no screen and no microphone.
+
+On a virtual display with a virtual microphone the program is used by mouse and keyboard: a sentence
+is spoken, recognised and becomes the draft. The text goes to standard output, pictures of the
+screen and the program's log to the output directory.
+
+The user's own whisper-cli and model are used if the program finds them, otherwise a stand-in.
+"""
+
+import argparse
+import os
+import signal
+import sys
+
+sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "../../tests/e2e"))
+
+from desktop import Desktop, Home, Program, pocketsphinx_engine
+
+SENTENCE = "please run the unit tests and fix the first failure"
+
+
+def tell(text):
+    print(text, file=sys.stderr, flush=True)
+
+
+def environment_with_engine(program, desktop, output):
+    """The surroundings in which the program finds a recogniser.
+
+    Only the program knows where it looks, so it is asked: does it, started with the user's own home
+    and commands, get ready with an engine? Settings and history are private all the same.
+    """
+    home = Home(os.path.join(desktop.directory, "home"))
+    own = {**home.environment, "HOME": os.environ["HOME"], "PATH": os.environ["PATH"]}
+    with Program(program, desktop, own, os.path.join(output, "search.log")) as trial:
+        trial.wait_for_log("WhisperService ready")
+        found = "WhisperService ready (binary + model)" in trial.log
+    if found:
+        tell("Recogniser: the one installed here")
+        return own
+    tell("Recogniser: a stand-in, PocketSphinx; no whisper-cli with a model is installed here")
+    home.install_engine(pocketsphinx_engine())
+    return home.environment
+
+
+def dictate(program, output):
+    with Desktop() as desktop:
+        environment = environment_with_engine(program, desktop, output)
+        log_path = os.path.join(output, "program.log")
+        with Program(program, desktop, environment, log_path) as running:
+            running.wait_until_ready()
+            running.screenshot(os.path.join(output, "1-ready.png"))
+
+            running.record()
+            tell("Saying: " + SENTENCE)
+            with desktop.sound.playing(desktop.speech.wav(SENTENCE)):
+                running.wait_until(lambda: running.input_level() > 10, "a moving meter")
+                running.screenshot(os.path.join(output, "2-recording.png"))
+            running.press("ctrl+r")
+            running.wait_until_idle()
+            running.screenshot(os.path.join(output, "3-transcribed.png"))
+            return running.draft()
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__.partition("\n")[0])
+    parser.add_argument("program", help="the executable")
+    parser.add_argument("output", help="directory for the pictures and the log")
+    arguments = parser.parse_args()
+    os.makedirs(arguments.output, exist_ok=True)
+    # As an exception, so that everything started is ended on the way out.
+    signal.signal(signal.SIGTERM, lambda *_: sys.exit(1))
+
+    text = dictate(os.path.abspath(arguments.program), arguments.output)
+    tell("Pictures of the screen: %s" % arguments.output)
+    if not text:
+        sys.exit("No text was recognised; see %s" % os.path.join(arguments.output, "program.log"))
+    print(text)
+
+
+if __name__ == "__main__":
+    main()

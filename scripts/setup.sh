@@ -1,0 +1,63 @@
+#!/bin/bash
+# Installs what is missing of Debian's packages. Asks and downloads nothing when all is there.
+#
+#   setup.sh run     what building and running the program need
+#   setup.sh test    what the tests and the demonstration need besides
+set -euo pipefail
+
+run_packages=(
+    cmake ninja-build g++ ccache pkg-config
+    qt6-base-dev qt6-declarative-dev qt6-svg-dev qt6-multimedia-dev qcoro-qt6-dev
+    libpulse-dev libsoxr-dev libkissfft-dev libsqlite3-dev libsndfile1-dev
+    libxcb1-dev libxcb-ewmh-dev libxcb-icccm4-dev libxcb-keysyms1-dev libxcb-xtest0-dev
+    libxcb-xinput-dev
+    libgtest-dev libgmock-dev libbenchmark-dev
+    qml6-module-qtqml qml6-module-qtqml-workerscript qml6-module-qtquick
+    qml6-module-qtquick-controls qml6-module-qtquick-layouts qml6-module-qtquick-templates
+    qml6-module-qtquick-window
+    fonts-inter
+)
+test_packages=(
+    xvfb openbox xdotool x11-utils imagemagick
+    pulseaudio pulseaudio-utils sox flite pocketsphinx pocketsphinx-en-us
+    dbus at-spi2-core python3 python3-gi
+)
+
+case "${1:-}" in
+    run) packages=("${run_packages[@]}") ;;
+    test) packages=("${test_packages[@]}") ;;
+    *)
+        echo "usage: $0 run|test" >&2
+        exit 2
+        ;;
+esac
+
+is_installed() {
+    [[ $(dpkg-query --show --showformat '${db:Status-Status}' "$1" 2>/dev/null) == installed* ]]
+}
+
+missing=()
+for package in "${packages[@]}"; do
+    is_installed "$package" || missing+=("$package")
+done
+if ((${#missing[@]} == 0)); then
+    exit 0
+fi
+
+as_root=()
+if ((EUID != 0)); then
+    as_root=(sudo)
+fi
+log=$(mktemp)
+trap 'rm -f "$log"' EXIT
+
+quietly() {
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive "$@" >"$log" 2>&1 </dev/null || {
+        cat "$log" >&2
+        exit 1
+    }
+}
+
+echo "Installing ${missing[*]}" >&2
+quietly apt-get update --quiet
+quietly apt-get install --quiet --yes --no-install-recommends "${missing[@]}"

@@ -1,0 +1,113 @@
+#include "models/AppState.h"
+
+#include "platform/ApplicationBundle.h"
+#include "platform/AudioHost.h"
+#include "platform/Scheduler.h"
+#include "platform/UserDefaults.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace quorvin {
+
+void AppState::checkOnboardingNeeded() {
+    m_onboardingComplete =
+        m_platform.userDefaults.boolean(SettingsKey::onboardingComplete).value_or(false);
+    m_needsOnboarding = !onboardingComplete();
+}
+
+void AppState::resetOnboarding() {
+    m_onboardingComplete = false;
+    m_platform.userDefaults.setBoolean(SettingsKey::onboardingComplete, false);
+    m_needsOnboarding = true;
+}
+
+QList<AudioInputDevice> AppState::systemDefaultOnly() {
+    return {AudioInputDevice{u"default"_s, u"System Default"_s, 0}};
+}
+
+void AppState::setupAudioObservation() {
+    connect(&m_audioService, &AudioService::audioLevelChanged, this,
+            [this] { m_audioLevel = m_audioService.audioLevel(); });
+    connect(&m_audioService, &AudioService::fftBandsChanged, this,
+            [this] { m_compactFftBands = m_audioService.fftBands(); });
+}
+
+void AppState::initializeServices() {
+    m_soundService.isEnabled = soundsEnabled();
+    m_platform.userDefaults.setBoolean(SettingsKey::soundsEnabled, m_soundService.isEnabled);
+    cleanupOrphanedWAVFiles();
+    const QString version = m_platform.applicationBundle.version().value_or(u"?"_s);
+    log(ActivityType::info, u"Quorvin v%1 starting..."_s.arg(version));
+    openHistory();
+    m_availableDevices = m_audioService.listInputDevices();
+    log(ActivityType::settings,
+        u"Audio devices: %1 found"_s.arg(m_availableDevices.value().size()));
+    loadModel();
+    if (microphoneAuthorized() && m_audioService.permissionGranted()) {
+        m_audioService.startKeepWarm();
+    }
+    // The stored device is not forwarded, on purpose: it takes effect with its next change.
+    m_whisperService.language = language();
+    m_whisperService.translateToEnglish = translateToEnglish();
+    m_audioService.setInputGain(inputGainDB());
+    m_audioService.setNoiseGate(noiseGatePercent() / 100);
+}
+
+void AppState::cleanupOrphanedWAVFiles() {
+    const QDir directory(m_platform.applicationBundle.temporaryDirectory());
+    int found = 0;
+    const auto entries = directory.entryInfoList(QDir::AllEntries | QDir::Hidden | QDir::System |
+                                                 QDir::NoDotAndDotDot);
+    for (const QFileInfo& entry : entries) {
+        if (entry.fileName().startsWith(u"quorvin_"_s) && entry.suffix() == u"wav") {
+            ++found;
+            QFile::remove(entry.filePath());
+        }
+    }
+    if (found > 0) {
+        log(ActivityType::info, u"Cleaned up %1 orphaned WAV file(s) from /tmp"_s.arg(found));
+    }
+}
+
+void AppState::openHistory() {
+    try {
+        m_historyService = std::make_unique<HistoryService>(m_platform.applicationBundle,
+                                                            m_platform.scheduler);
+    } catch (const HistoryError& error) {
+        log(ActivityType::error,
+            u"History service failed: %1"_s.arg(QString::fromUtf8(error.what())));
+        return;
+    }
+    log(ActivityType::success, u"History service initialized"_s);
+}
+
+void AppState::loadModel() {
+    m_platform.scheduler.startDetached([self = QPointer(this)]() -> Task<> {
+        if (!self) {
+            co_return;
+        }
+        self->log(ActivityType::model, u"Loading Whisper model..."_s);
+        co_await self->m_whisperService.loadModel();
+        if (!self) {
+            co_return;
+        }
+        self->m_modelLoaded = self->m_whisperService.isModelLoaded();
+        if (self->modelLoaded()) {
+            self->log(ActivityType::success, u"Whisper model loaded and ready"_s);
+            self->notifyModelLoaded();
+        } else {
+            self->log(ActivityType::error, u"Failed to load Whisper model"_s);
+        }
+    });
+}
+
+void AppState::notifyModelLoaded() {
+    m_notificationService.send(u"model-loaded"_s, u"Quorvin Ready"_s, u"Speech engine loaded"_s,
+                               u"device"_s, NotificationSound::standard);
+}
+
+} // namespace quorvin

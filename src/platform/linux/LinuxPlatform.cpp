@@ -1,0 +1,59 @@
+#include "platform/linux/LinuxPlatform.h"
+
+#include "platform/linux/freedesktop/FreedesktopNotifications.h"
+#include "platform/linux/freedesktop/XdgApplicationBundle.h"
+#include "platform/linux/posix/PosixProcessRunner.h"
+#include "platform/linux/procfs/ProcfsProcessTable.h"
+#include "platform/linux/pulse/PulseAudioHost.h"
+#include "platform/linux/x11/X11Workspace.h"
+#include "platform/linux/x11/XcbConnection.h"
+#include "platform/qt/JsonUserDefaults.h"
+#include "platform/qt/QtScheduler.h"
+#include "platform/qt/QtSoundPlayers.h"
+#include "platform/qt/QtWindowSystem.h"
+
+#include <QCoreApplication>
+#include <QDBusConnection>
+#include <QThreadPool>
+
+namespace quorvin {
+
+namespace {
+
+/// Where packages put documentation, seen from the directory of the program.
+QString userGuideDirectory() {
+    return QCoreApplication::applicationDirPath() + QStringLiteral("/../share/doc/quorvin");
+}
+
+} // namespace
+
+struct LinuxPlatform::Parts {
+    // The scheduler goes last: the others may still post to it while they end.
+    QtScheduler scheduler;
+    XdgApplicationBundle applicationBundle;
+    JsonUserDefaults userDefaults{settingsFilePath()};
+    PulseAudioHost audioHost{scheduler};
+    PosixProcessRunner processRunner{scheduler};
+    XcbConnection display;
+    X11Workspace workspace{display, userGuideDirectory()};
+    QtWindowSystem windowSystem;
+    FreedesktopNotifications userNotifications{QDBusConnection::sessionBus()};
+    QtSoundPlayers soundPlayers;
+
+    const Platform platform{scheduler,     applicationBundle, userDefaults, audioHost,
+                            processRunner, workspace,         windowSystem, userNotifications,
+                            soundPlayers,
+                            [] { return std::make_unique<ProcfsProcessTable>(); },
+                            [](std::function<void()> work) {
+                                QThreadPool::globalInstance()->start(std::move(work));
+                            }};
+};
+
+LinuxPlatform::LinuxPlatform()
+    : m_parts(std::make_unique<Parts>()) {}
+
+LinuxPlatform::~LinuxPlatform() = default;
+
+const Platform& LinuxPlatform::platform() const { return m_parts->platform; }
+
+} // namespace quorvin

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "platform/Platform.h"
+
+#include <memory>
+
+namespace quorvin {
+
+/// Everything the program needs of Linux with X11, made once by the composition root. Needs the
+/// QGuiApplication. When it goes, its child processes are ended and the tasks that still wait are
+/// run to their end.
+class LinuxPlatform {
+public:
+    LinuxPlatform();
+    ~LinuxPlatform();
+    LinuxPlatform(const LinuxPlatform&) = delete;
+    LinuxPlatform& operator=(const LinuxPlatform&) = delete;
+
+    [[nodiscard]] const Platform& platform() const;
+
+private:
+    struct Parts;
+    std::unique_ptr<Parts> m_parts;
+};
+
+} // namespace quorvin

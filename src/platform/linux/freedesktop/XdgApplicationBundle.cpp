@@ -1,0 +1,55 @@
+#include "platform/linux/freedesktop/XdgApplicationBundle.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QStandardPaths>
+#include <QThread>
+
+namespace quorvin {
+
+using namespace Qt::Literals::StringLiterals;
+
+XdgApplicationBundle::XdgApplicationBundle()
+    : XdgApplicationBundle(QCoreApplication::applicationDirPath()) {}
+
+XdgApplicationBundle::XdgApplicationBundle(const QString& executableDirectory)
+    : m_resourceDirectory(QDir::cleanPath(executableDirectory + u"/../share/quorvin"_s)) {}
+
+std::optional<QString> XdgApplicationBundle::version() const {
+    return QStringLiteral(QUORVIN_VERSION);
+}
+
+std::optional<QString> XdgApplicationBundle::resource(const QString& name,
+                                                      const QString& extension) const {
+    const QString path = m_resourceDirectory + u'/' + name + u'.' + extension;
+    return QFileInfo::exists(path) ? std::optional(path) : std::nullopt;
+}
+
+QString XdgApplicationBundle::homeDirectory() const {
+    return QDir::homePath();
+}
+
+QString XdgApplicationBundle::temporaryDirectory() const {
+    return QDir::tempPath();
+}
+
+std::optional<QString> XdgApplicationBundle::applicationSupportDirectory() const {
+    const QString path = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+    return path.isEmpty() ? std::nullopt : std::optional(path);
+}
+
+int XdgApplicationBundle::processorCount() const {
+    return QThread::idealThreadCount();
+}
+
+int XdgApplicationBundle::processIdentifier() const {
+    return static_cast<int>(QCoreApplication::applicationPid());
+}
+
+QString settingsFilePath() {
+    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
+           u"/quorvin/settings.json"_s;
+}
+
+} // namespace quorvin

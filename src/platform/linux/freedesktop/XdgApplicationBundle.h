@@ -1,0 +1,31 @@
+#pragma once
+
+#include "platform/ApplicationBundle.h"
+
+namespace quorvin {
+
+/// The program as installed below some prefix, with its resources in "share/quorvin" beside the
+/// directory of the executable, and the user's directories of the XDG Base Directory Specification.
+class XdgApplicationBundle final : public ApplicationBundle {
+public:
+    /// The directory of the running executable.
+    XdgApplicationBundle();
+    explicit XdgApplicationBundle(const QString& executableDirectory);
+
+    [[nodiscard]] std::optional<QString> version() const override;
+    [[nodiscard]] std::optional<QString> resource(const QString& name,
+                                                  const QString& extension) const override;
+    [[nodiscard]] QString homeDirectory() const override;
+    [[nodiscard]] QString temporaryDirectory() const override;
+    [[nodiscard]] std::optional<QString> applicationSupportDirectory() const override;
+    [[nodiscard]] int processorCount() const override;
+    [[nodiscard]] int processIdentifier() const override;
+
+private:
+    QString m_resourceDirectory;
+};
+
+/// Where the settings are kept, whether or not the file exists.
+[[nodiscard]] QString settingsFilePath();
+
+} // namespace quorvin

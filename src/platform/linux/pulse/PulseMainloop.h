@@ -1,0 +1,70 @@
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <memory>
+
+#include <pulse/mainloop-api.h>
+#include <pulse/thread-mainloop.h>
+
+namespace quorvin {
+
+/// The thread on which the sound library calls back: the capture thread. It sleeps in the kernel
+/// until there is something to do. The library may be called only under the lock, which the thread
+/// itself holds during every callback.
+class PulseMainloop {
+public:
+    using Clock = std::chrono::steady_clock;
+
+    /// Throws std::runtime_error when the system gives no thread.
+    PulseMainloop();
+    /// Ends the thread. Everything that uses it must be gone, and the lock must be free.
+    ~PulseMainloop();
+    PulseMainloop(const PulseMainloop&) = delete;
+    PulseMainloop& operator=(const PulseMainloop&) = delete;
+
+    [[nodiscard]] pa_mainloop_api* api() const;
+
+    /// While it lives, no callback runs. May be nested, and taken in a callback.
+    class Lock {
+    public:
+        explicit Lock(PulseMainloop& mainloop);
+        ~Lock();
+        Lock(const Lock&) = delete;
+        Lock& operator=(const Lock&) = delete;
+
+    private:
+        pa_threaded_mainloop* m_thread;
+    };
+
+    /// Calls `work` once on the capture thread, unless it is destroyed before. Made and destroyed
+    /// under the lock; `work` may destroy its timer.
+    class Timer {
+    public:
+        Timer(PulseMainloop& mainloop, Clock::duration delay, std::function<void()> work);
+        ~Timer();
+        Timer(const Timer&) = delete;
+        Timer& operator=(const Timer&) = delete;
+
+    private:
+        pa_mainloop_api* m_api;
+        std::function<void()> m_work;
+        pa_time_event* m_event;
+    };
+
+    /// Gives up the lock until `condition`, which is looked at after every `wake`, holds or
+    /// `deadline` has come; returns whether it holds. Under the lock, not nested, on the main
+    /// thread.
+    [[nodiscard]] bool waitUntil(Clock::time_point deadline,
+                                 const std::function<bool()>& condition);
+    /// Makes `waitUntil` look again. Under the lock.
+    void wake();
+
+private:
+    struct Deleter {
+        void operator()(pa_threaded_mainloop* thread) const;
+    };
+    std::unique_ptr<pa_threaded_mainloop, Deleter> m_thread;
+};
+
+} // namespace quorvin

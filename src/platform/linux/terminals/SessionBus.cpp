@@ -1,0 +1,74 @@
+#include "platform/linux/terminals/SessionBus.h"
+
+#include "platform/linux/terminals/HelperResult.h"
+
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QPointer>
+#include <QXmlStreamReader>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace quorvin {
+
+namespace {
+
+SessionBus::Method daemonMethod(const QString& name) {
+    return {u"org.freedesktop.DBus"_s, u"/org/freedesktop/DBus"_s, u"org.freedesktop.DBus"_s, name};
+}
+
+} // namespace
+
+SessionBus::SessionBus(Scheduler& scheduler, QDBusConnection connection)
+    : m_scheduler(scheduler), m_connection(std::move(connection)) {}
+
+Task<std::optional<QVariantList>> SessionBus::call(Method method, QVariantList arguments,
+                                                   Scheduler::Duration limit) {
+    QDBusMessage message =
+        QDBusMessage::createMethodCall(method.service, method.path, method.interface, method.name);
+    message.setArguments(arguments);
+    message.setAutoStartService(false); // a terminal that doesn't run has no tab to show
+    auto* const watcher = new QDBusPendingCallWatcher(m_connection.asyncCall(message), &m_calls);
+
+    const HelperResult<std::optional<QVariantList>> result(*watcher);
+    QObject::connect(watcher, &QDBusPendingCallWatcher::finished, watcher, [watcher, result] {
+        result.set(watcher->isError() ? std::nullopt : std::optional(watcher->reply().arguments()));
+        watcher->deleteLater();
+    });
+    m_scheduler.postDelayed(limit, [watched = QPointer(watcher), result] {
+        if (watched) {
+            result.set(std::nullopt);
+            delete watched.data();
+        }
+    });
+    co_return co_await result;
+}
+
+Task<std::optional<ProcessID>> SessionBus::processOf(QString service) {
+    const QVariantList arguments{service};
+    const auto reply = co_await call(daemonMethod(u"GetConnectionUnixProcessID"_s), arguments);
+    co_return reply ? std::optional(static_cast<ProcessID>(reply->value(0).toUInt()))
+                    : std::nullopt;
+}
+
+Task<QStringList> SessionBus::services() {
+    const auto reply = co_await call(daemonMethod(u"ListNames"_s));
+    co_return reply ? reply->value(0).toStringList() : QStringList();
+}
+
+Task<QStringList> SessionBus::children(QString service, QString path) {
+    const auto reply =
+        co_await call({service, path, u"org.freedesktop.DBus.Introspectable"_s, u"Introspect"_s});
+    QStringList names;
+    QXmlStreamReader xml(reply ? reply->value(0).toString() : QString());
+    while (!xml.atEnd()) {
+        xml.readNext();
+        if (xml.isStartElement() && xml.name() == u"node" &&
+            xml.attributes().hasAttribute(u"name"_s)) {
+            names.append(xml.attributes().value(u"name"_s).toString());
+        }
+    }
+    co_return names;
+}
+
+} // namespace quorvin

@@ -1,0 +1,53 @@
+#include "platform/linux/x11/XTestKeyEvents.h"
+
+#include "platform/linux/x11/XTestKeyboard.h"
+
+using namespace std::chrono_literals;
+
+namespace quorvin {
+
+namespace {
+
+constexpr auto releaseBound = 400ms;
+constexpr auto releasePoll = 5ms;
+
+} // namespace
+
+XTestKeyEvents::XTestKeyEvents(Scheduler& scheduler, XcbConnection& connection)
+    : m_scheduler(scheduler), m_keyboard(std::make_shared<XTestKeyboard>(connection)) {}
+
+XTestKeyEvents::~XTestKeyEvents() {
+    m_keyboard->close();
+}
+
+bool XTestKeyEvents::isTrusted() {
+    return m_keyboard->isUsable();
+}
+
+Task<KeyEvents::Result> XTestKeyEvents::post(KeyEvent event) {
+    return postWhenReleased(m_scheduler, m_keyboard, event, std::nullopt);
+}
+
+Task<KeyEvents::Result> XTestKeyEvents::post(KeyEvent event, ProcessID process) {
+    return postWhenReleased(m_scheduler, m_keyboard, event, process);
+}
+
+Task<KeyEvents::Result> XTestKeyEvents::postWhenReleased(Scheduler& scheduler,
+                                                         std::shared_ptr<XTestKeyboard> keyboard,
+                                                         KeyEvent event,
+                                                         std::optional<ProcessID> process) {
+    if (event.direction == KeyEvent::Direction::down) {
+        const auto bound = scheduler.monotonicTime() + releaseBound;
+        while (keyboard->isUsable() && keyboard->isUserHoldingModifier() &&
+               scheduler.monotonicTime() < bound) {
+            co_await scheduler.sleep(releasePoll);
+        }
+    }
+    if (!keyboard->isUsable()) {
+        co_return Result::notPossibleHere;
+    }
+    co_return event.direction == KeyEvent::Direction::down ? keyboard->press(event, process)
+                                                           : keyboard->release(event.key);
+}
+
+} // namespace quorvin

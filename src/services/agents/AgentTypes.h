@@ -1,0 +1,37 @@
+#pragma once
+
+#include "platform/Workspace.h"
+
+#include <QList>
+#include <QString>
+
+#include <optional>
+
+namespace quorvin {
+
+/// The coding agents that are served.
+enum class AgentType { claude, opencode };
+
+/// One agent that runs in a terminal, as a scan has seen it; it may have ended since.
+struct AgentSessionInfo {
+    /// Identity for lists, always equal to `pid`.
+    ProcessID id = 0;
+    ProcessID pid = 0;
+    AgentType type = AgentType::claude;
+    /// The name of the project directory, or the agent's word and process id.
+    QString title;
+    /// The full path of the terminal device; present on every scanned session.
+    std::optional<QString> tty;
+    /// One of `terminalApps`; absent when none of them runs.
+    std::optional<QString> terminalBundleID;
+
+    bool operator==(const AgentSessionInfo&) const = default;
+};
+
+/// What one scan has found, in the order in which ps lists the processes.
+struct AgentSessions {
+    QList<AgentSessionInfo> claude;
+    QList<AgentSessionInfo> opencode;
+};
+
+} // namespace quorvin

@@ -1,0 +1,68 @@
+#include "services/audio/AudioService.h"
+#include "services/audio/AudioServiceShared.h"
+#include "services/audio/CaptureChain.h"
+
+#include <mutex>
+#include <utility>
+
+namespace quorvin {
+
+void AudioService::startKeepWarm() {
+    if (m_warmEngine) {
+        return;
+    }
+    if (!m_permissionGranted) {
+        qCCritical(audioServiceLog, "Cannot start keep-warm: mic permission not granted");
+        return;
+    }
+    const auto engine = makeEngine();
+    const AudioFormat hardware = engine->inputFormat();
+    if (!isUsable(hardware)) {
+        qCCritical(audioServiceLog, "Keep-warm: invalid hardware format");
+        return;
+    }
+    {
+        const std::lock_guard lock(m_shared->warmLock);
+        m_shared->warmRing.reset();
+    }
+
+    // Without a converter keep-warm deliberately counts as running and remembers nothing.
+    auto converter =
+        needsConversion(hardware) ? m_host.makeSampleConverter(hardware, targetFormat) : nullptr;
+    const auto input = std::make_shared<TapInput>(hardware, std::move(converter));
+    engine->installTap(captureFrameCount(hardware.sampleRate),
+                       loggingFailures([input, shared = m_shared](std::span<const float> buffer) {
+                           const auto samples = input->samples(buffer);
+                           const std::lock_guard lock(shared->warmLock);
+                           shared->warmRing.write(samples);
+                       }));
+    onInterruption(engine, &AudioService::m_warmEngine, &AudioService::stopKeepWarm);
+    engine->prepare();
+    try {
+        engine->start();
+    } catch (const AudioHostError& error) {
+        engine->removeTap();
+        qCCritical(audioServiceLog, "Failed to start keep-warm engine: %s", error.what());
+        return;
+    }
+    m_warmEngine = engine;
+    m_isKeepWarmRunning = true;
+    qCInfo(audioServiceLog, "Keep-warm started (ring buffer: %lds lookback)",
+           static_cast<long>(LookbackRing::keepWarmRingSize / targetFormat.sampleRate));
+}
+
+void AudioService::stopKeepWarm() {
+    if (!m_warmEngine) {
+        return;
+    }
+    releaseEngine(m_warmEngine);
+    m_isKeepWarmRunning = false;
+    qCInfo(audioServiceLog, "Keep-warm stopped");
+}
+
+std::vector<float> AudioService::drainWarmBuffer() {
+    const std::lock_guard lock(m_shared->warmLock);
+    return m_shared->warmRing.drain();
+}
+
+} // namespace quorvin

@@ -1,0 +1,124 @@
+import QtQuick
+import QtQuick.Controls.Basic
+import QtQuick.Layouts
+
+ApplicationWindow {
+    id: window
+
+    required property QtObject appState
+
+    width: 520
+    height: 640
+    minimumWidth: 380
+    minimumHeight: 460
+    visible: true
+    title: "Quorvin"
+    color: Palette.background
+
+    function toggleRecording() {
+        if (appState.isRecording) {
+            appState.stopRecording();
+        } else {
+            appState.startRecording();
+        }
+    }
+
+    Shortcut {
+        sequence: "Ctrl+R"
+        onActivated: window.toggleRecording()
+    }
+    Shortcut {
+        sequence: "Esc"
+        enabled: window.appState.isRecording
+        onActivated: window.appState.cancelRecording()
+    }
+
+    ColumnLayout {
+        anchors.fill: parent
+        anchors.margins: 20
+        spacing: Palette.spacing
+
+        RecordButton {
+            id: recordButton
+            Layout.alignment: Qt.AlignHCenter
+            focus: true
+            recording: window.appState.isRecording
+            transcribing: window.appState.isTranscribing
+            level: window.appState.audioLevel
+            onClicked: window.toggleRecording()
+        }
+        Text {
+            Layout.alignment: Qt.AlignHCenter
+            text: window.appState.isRecording
+                  ? qsTr("Recording  %1 s").arg(window.appState.recordingDuration.toFixed(1))
+                  : window.appState.isTranscribing ? qsTr("Transcribing…")
+                  : window.appState.modelLoaded ? qsTr("Ready") : qsTr("Loading the speech engine…")
+            color: Palette.secondaryText
+            font.pixelSize: 14
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
+            Accessible.description: qsTr("State")
+        }
+        ProgressBar {
+            id: meter
+            Layout.fillWidth: true
+            Layout.preferredHeight: 6
+            value: window.appState.audioLevel
+            Accessible.name: qsTr("Input level")
+            Accessible.description: Math.round(meter.value * 100) + " %"
+            background: Rectangle {
+                color: Palette.surface
+                radius: 3
+            }
+            contentItem: Item {
+                Rectangle {
+                    width: meter.visualPosition * parent.width
+                    height: parent.height
+                    radius: 3
+                    color: recordButton.tint
+                }
+            }
+        }
+        DraftEditor {
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+            draft: window.appState.draftText
+            onEdited: text => window.appState.draftText = text
+        }
+        ActivityList {
+            Layout.fillWidth: true
+            Layout.preferredHeight: 132
+            entries: window.appState.activityLog
+        }
+    }
+
+    Popup {
+        anchors.centerIn: Overlay.overlay
+        modal: true
+        visible: window.appState.showError
+        closePolicy: Popup.CloseOnEscape | Popup.CloseOnPressOutside
+        padding: 20
+        onClosed: window.appState.dismissError()
+        background: Rectangle {
+            color: Palette.surface
+            radius: Palette.radius
+            border.color: Palette.border
+        }
+        contentItem: ColumnLayout {
+            spacing: Palette.spacing
+            Text {
+                Layout.maximumWidth: window.width - 120
+                text: window.appState.errorMessage
+                textFormat: Text.PlainText
+                wrapMode: Text.Wrap
+                color: Palette.text
+                font.pixelSize: 14
+            }
+            Button {
+                Layout.alignment: Qt.AlignRight
+                text: qsTr("OK")
+                onClicked: window.appState.dismissError()
+            }
+        }
+    }
+}

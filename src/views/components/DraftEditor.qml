@@ -1,0 +1,51 @@
+import QtQuick
+import QtQuick.Controls.Basic
+import Quorvin
+
+/// The editable draft. `text` follows the draft, and what the user types is told by `edited`.
+ScrollView {
+    id: editor
+
+    required property string draft
+    signal edited(string text)
+
+    background: Rectangle {
+        color: Palette.surface
+        radius: Palette.radius
+        border.color: area.activeFocus ? Palette.accent : Palette.border
+    }
+
+    TextArea {
+        id: area
+
+        text: editor.draft
+        color: Palette.text
+        placeholderText: qsTr("Press record and speak.")
+        placeholderTextColor: Palette.secondaryText
+        selectionColor: Palette.accent
+        selectedTextColor: Palette.background
+        wrapMode: TextArea.Wrap
+        textFormat: TextArea.PlainText
+        selectByMouse: true
+        padding: Palette.spacing
+        font.pixelSize: 15
+        background: null
+        KeyNavigation.priority: KeyNavigation.BeforeItem
+        KeyNavigation.tab: area.nextItemInFocusChain(true)
+        Accessible.name: qsTr("Draft")
+
+        onTextChanged: {
+            if (text !== editor.draft) {
+                editor.edited(text);
+            }
+        }
+        Connections {
+            target: editor
+            function onDraftChanged() {
+                if (area.text !== editor.draft) {
+                    area.text = editor.draft;
+                }
+            }
+        }
+    }
+}

@@ -1,0 +1,11 @@
+"""A private desktop for one test: display, session bus, sound server and the program on it."""
+
+from .desktop import Desktop
+from .engines import failing_engine, pocketsphinx_engine, speaking_engine
+from .home import Home
+from .processes import wait_until
+from .program import Program
+from .words import word_errors
+
+__all__ = ["Desktop", "Home", "Program", "failing_engine", "pocketsphinx_engine",
+           "speaking_engine", "wait_until", "word_errors"]

@@ -1,0 +1,133 @@
+"""The real executable on a private desktop, used as a user does: by mouse, keyboard and eye."""
+
+import signal
+
+from gi.repository import GLib
+
+from . import accessibility
+from .processes import Child
+
+QT_ENVIRONMENT = {
+    # Never to the system's journal instead.
+    "QT_FORCE_STDERR_LOGGING": "1",
+    "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
+    "QT_QPA_PLATFORM": "xcb",
+}
+
+RECORDING_STARTED = "Recording started successfully"
+
+
+class Program:
+    """Ends with the `with` block; it has to run until then and must not crash on its way out."""
+
+    def __init__(self, executable, desktop, home_environment, log_path):
+        self._desktop = desktop
+        self._child = Child([executable],
+                            {**desktop.environment, **QT_ENVIRONMENT, **home_environment}, log_path)
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, failure, *_):
+        if failure:
+            self._child.kill()
+            return
+        if not self._child.is_running():
+            raise AssertionError("the program ended by itself\n" + self._child.tail())
+        status = self._child.stop()
+        if status not in (0, -signal.SIGTERM):
+            raise AssertionError("the program ended with %d\n%s" % (status, self._child.tail()))
+
+    @property
+    def log(self):
+        return self._child.log
+
+    def wait_for_log(self, text, times=1, timeout=20.0):
+        """Waits until the log holds a text the given number of times."""
+        self._child.wait_until(lambda: self.log.count(text) >= times,
+                               "%r in the log, %d time(s)" % (text, times), timeout)
+
+    def wait_until(self, condition, what, timeout=20.0):
+        return self._child.wait_until(condition, what, timeout)
+
+    def wait_for_window(self):
+        """Returns the number of a visible window."""
+        [window, *_] = self.wait_until(
+            lambda: self._desktop.display.windows_of(self._child.pid), "a window")
+        return window
+
+    def wait_until_ready(self):
+        """Waits until a take can start and keep-warm listens."""
+        self.wait_for_window()
+        self.wait_for_log("WhisperService ready")
+        self.wait_for_log("Keep-warm started")
+
+    def _read(self, reader, **wanted):
+        """What `reader` gets from the control with that `name` or `description`.
+
+        Waits for the control, and asks again when the window changed under the search.
+        """
+
+        def attempt():
+            try:
+                control = accessibility.find(self._desktop.bus.accessibility, self._child.pid,
+                                             **wanted)
+                return [reader(control)] if control else None
+            except GLib.Error:
+                return None
+
+        [answer] = self.wait_until(attempt, "a control with %r" % wanted)
+        return answer
+
+    def click(self, name):
+        """Clicks the middle of the control with that accessible name, once it stands still."""
+        last_extents = None
+
+        def extents_at_rest():
+            nonlocal last_extents
+            before, last_extents = last_extents, self._read(lambda it: it.extents, name=name)
+            return last_extents if last_extents == before else None
+
+        x, y, width, height = self.wait_until(extents_at_rest, "%r to stand still" % name)
+        self._desktop.display.click(x + width // 2, y + height // 2)
+
+    def press(self, keys):
+        """Presses keys in the program's window."""
+        self._desktop.display.focus(self.wait_for_window())
+        self._desktop.display.press(keys)
+
+    def draft(self):
+        return self._read(lambda editor: editor.text, name="Draft")
+
+    def state(self):
+        """The line that tells what the program does: "Ready", "Recording  1.2 s"."""
+        return self._read(lambda line: line.name, description="State")
+
+    def activity(self):
+        """The messages in the activity list that are in sight, oldest first."""
+        return self._read(
+            lambda feed: [it.name for it in feed.descendants() if it.role == "list item"],
+            name="Activity")
+
+    def input_level(self):
+        """From 0 to 100."""
+        return self._read(lambda meter: int(meter.description.removesuffix(" %")),
+                          name="Input level")
+
+    def screenshot(self, path):
+        self._desktop.display.screenshot(path)
+
+    def record(self):
+        """Starts a take by mouse and returns when the microphone is open."""
+        before = self.log.count(RECORDING_STARTED)
+        self.click("Record")
+        self.wait_for_log(RECORDING_STARTED, before + 1)
+
+    def stop_recording(self):
+        """Ends the take by mouse and returns when its transcription has ended as well."""
+        self.click("Stop")
+        self.wait_until_idle()
+
+    def wait_until_idle(self):
+        """Waits for the end of a take and of its transcription."""
+        self.wait_until(lambda: self.state() == "Ready", "the end of the take", 60)

@@ -1,0 +1,51 @@
+"""What the tests of the whole program share."""
+
+import os
+import shutil
+import tempfile
+import unittest
+
+from desktop import Desktop, Home, Program, pocketsphinx_engine
+
+SENTENCE = "please run the unit tests and fix the first failure"
+SECOND_SENTENCE = "show me the history of this branch"
+
+
+class ProgramTest(unittest.TestCase):
+    """One desktop for all tests of a class; a user with an empty home for each of them."""
+
+    @classmethod
+    def setUpClass(cls):
+        cls.desktop = cls.enterClassContext(Desktop())
+
+    def setUp(self):
+        self.home = Home(tempfile.mkdtemp(dir=self.desktop.directory))
+        self.home.install_engine(pocketsphinx_engine())
+
+    def start_program(self):
+        """The log and a last picture of the screen are kept with the output of the tests."""
+        output = os.path.join(os.environ["QUORVIN_E2E_OUTPUT"], self.id())
+        shutil.rmtree(output, ignore_errors=True)
+        os.makedirs(output)
+        program = self.enterContext(
+            Program(os.environ["QUORVIN_EXECUTABLE"], self.desktop, self.home.environment,
+                    os.path.join(output, "program.log")))
+        self.addCleanup(program.screenshot, os.path.join(output, "screen.png"))
+        return program
+
+    def start_ready_program(self):
+        """Starts it and waits until it can record."""
+        program = self.start_program()
+        program.wait_until_ready()
+        for line in program.log.splitlines():
+            engine = line.partition("Found whisper-cpp binary: ")[2]
+            if engine and not self.home.owns(engine):
+                self.skipTest("%s is found before the recogniser of the test" % engine)
+        return program
+
+    def say(self, sentence):
+        """Speaks a sentence into the microphone, from its first to its last word."""
+        self.desktop.sound.play(self.desktop.speech.wav(sentence))
+
+    def assert_nothing_left_behind(self):
+        self.assertEqual(self.home.temporary_recordings(), [])

@@ -1,0 +1,53 @@
+"""What the program finds when it starts."""
+
+import json
+import os
+
+from desktop import speaking_engine
+from program_test import ProgramTest
+
+
+class StartupTests(ProgramTest):
+    def test_a_first_start_needs_no_files(self):
+        os.remove(self.home.settings_path)
+        program = self.start_program()
+
+        program.wait_for_window()
+        program.wait_for_log("History database ready")
+
+    def language_of_a_take(self):
+        self.home.install_engine(speaking_engine("a take"))
+        program = self.start_ready_program()
+        program.record()
+        self.say("run the tests")
+        program.stop_recording()
+        [row] = self.home.history()
+        return row["language"]
+
+    def test_settings_are_read(self):
+        self.home.write_settings(json.dumps({"onboardingComplete": True, "language": "de"}))
+
+        self.assertEqual(self.language_of_a_take(), "de")
+
+    def test_damaged_settings_are_set_aside_for_the_defaults(self):
+        damaged = '{"onboardingComplete": true, "language": "de"'
+        self.home.write_settings(damaged)
+
+        self.assertEqual(self.language_of_a_take(), "en")
+        self.assertIn(damaged, self.home.files_beside_settings().values())
+
+    def test_recordings_of_a_crashed_run_are_removed(self):
+        self.home.write_temporary("quorvin_7C9E6679-7425-40DE-944B-E07FC1F90AE7.wav")
+        foreign = self.home.write_temporary("interview.wav")
+        program = self.start_ready_program()
+
+        self.assertEqual(self.home.temporary_recordings(), [foreign])
+        self.assertIn("Cleaned up 1 orphaned WAV file(s) from /tmp", program.activity())
+
+    def test_an_unusable_data_directory_costs_only_the_history(self):
+        self.home.block_data_directory()
+        program = self.start_program()
+
+        program.wait_until_ready()
+        program.wait_until(lambda: any(line.startswith("History service failed: ")
+                                       for line in program.activity()), "the report in the feed")

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "platform/ApplicationBundle.h"
+
+#include <map>
+
+namespace quorvin::testing {
+
+/// An installed program that a test describes by plain fields.
+class FakeApplicationBundle final : public ApplicationBundle {
+public:
+    [[nodiscard]] std::optional<QString> version() const override { return installedVersion; }
+
+    [[nodiscard]] std::optional<QString> resource(const QString& name,
+                                                  const QString& extension) const override {
+        const auto found = resources.find(name + QLatin1Char('.') + extension);
+        return found == resources.end() ? std::nullopt : std::optional(found->second);
+    }
+
+    [[nodiscard]] QString homeDirectory() const override { return home; }
+    [[nodiscard]] QString temporaryDirectory() const override { return temporary; }
+    [[nodiscard]] std::optional<QString> applicationSupportDirectory() const override {
+        return applicationSupport;
+    }
+    [[nodiscard]] int processorCount() const override { return processors; }
+    [[nodiscard]] int processIdentifier() const override { return pid; }
+
+    std::optional<QString> installedVersion = QStringLiteral("1.2.3");
+    /// Paths by file name.
+    std::map<QString, QString> resources;
+    QString home = QStringLiteral("/nowhere/home");
+    QString temporary = QStringLiteral("/nowhere/tmp");
+    std::optional<QString> applicationSupport = QStringLiteral("/nowhere/home/.local/share");
+    int processors = 8;
+    int pid = 4242;
+};
+
+} // namespace quorvin::testing
