@@ -4,8 +4,8 @@
 #include "services/signals/NotificationService.h"
 #include "services/signals/SoundService.h"
 
+#include <QFont>
 #include <QGuiApplication>
-#include <QIcon>
 #include <QQmlApplicationEngine>
 #include <QQuickStyle>
 
@@ -15,6 +15,7 @@ int main(int argc, char** argv) {
     QGuiApplication application(argc, argv);
     QGuiApplication::setApplicationName(u"Quorvin"_s);
     QGuiApplication::setDesktopFileName(u"quorvin"_s);
+    QGuiApplication::setFont(QFont(QStringList{u"Geist"_s, u"Inter"_s}));
     QQuickStyle::setStyle(u"Basic"_s);
 
     // In the order of their needs; everything goes in the opposite order.

@@ -26,15 +26,23 @@ constexpr std::array<Look, 10> looks = {{
     {u"info", u"info.circle", u"6b7280"},
 }};
 
-const Look& look(ActivityType type) { return looks.at(static_cast<std::size_t>(type)); }
+const Look& look(ActivityType type) {
+    return looks.at(static_cast<std::size_t>(type));
+}
 
 } // namespace
 
-QString rawValue(ActivityType type) { return QString::fromUtf16(look(type).rawValue); }
+QString rawValue(ActivityType type) {
+    return QString::fromUtf16(look(type).rawValue);
+}
 
-QString icon(ActivityType type) { return QString::fromUtf16(look(type).icon); }
+QString icon(ActivityType type) {
+    return QString::fromUtf16(look(type).icon);
+}
 
-QString colorHex(ActivityType type) { return QString::fromUtf16(look(type).colorHex); }
+QString colorHex(ActivityType type) {
+    return QString::fromUtf16(look(type).colorHex);
+}
 
 QString ActivityEntry::time() const {
     return timestamp.toLocalTime().toString(QStringLiteral("HH:mm:ss"));

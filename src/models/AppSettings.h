@@ -34,10 +34,10 @@ struct AppSettings {
     QString selectedDevice = QStringLiteral("default");
     bool translateToEnglish = false;
     bool appendMode = true;
-    double windowOpacity = 1.0;       ///< 0 to 1
+    double windowOpacity = 1.0;                   ///< 0 to 1
     QString engineTier = QStringLiteral("small"); ///< "small", "medium" or "large"
-    double inputGainDB = 0.0;         ///< decibels
-    double noiseGatePercent = 1.0;    ///< percent of full scale
+    double inputGainDB = 0.0;                     ///< decibels
+    double noiseGatePercent = 1.0;                ///< percent of full scale
     bool alwaysOnTop = true;
     bool agentsIncluded = true;
     QString selectedTheme = QStringLiteral("razer");

@@ -52,13 +52,15 @@ AppState::AppState(const Platform& platform, QObject* parent)
     : QObject(parent)
     , m_platform(platform)
     , m_agentService(platform.scheduler, platform.workspace, platform.makeProcessTable,
-                     platform.runInBackground)
+                     platform.runInBackground,
+                     {platform.pasteboard, platform.keyEvents, platform.terminalAutomation})
     , m_audioService(platform.audioHost, platform.scheduler)
     , m_whisperService(platform.applicationBundle, platform.processRunner, platform.scheduler)
     , m_soundService(SoundService::shared())
     , m_notificationService(NotificationService::shared())
     , m_storedSettings(AppSettings::read(platform.userDefaults))
     , m_barPhaseOffsets(randomPhases(compactBarCount)) {
+    checkPermissions();
     m_microphoneAuthorized =
         platform.audioHost.authorizationStatus() == MicrophoneAuthorization::authorized;
     checkOnboardingNeeded();
@@ -79,7 +81,9 @@ void AppState::store(Property& property, const Value& value, const QString& key)
 void AppState::setLanguage(const QString& language) {
     store(m_language, language, SettingsKey::language);
 }
-void AppState::setVadAutoStop(bool on) { store(m_vadAutoStop, on, SettingsKey::vadAutoStop); }
+void AppState::setVadAutoStop(bool on) {
+    store(m_vadAutoStop, on, SettingsKey::vadAutoStop);
+}
 void AppState::setSilenceTimeout(int seconds) {
     store(m_silenceTimeout, seconds, SettingsKey::silenceTimeout);
 }
@@ -89,7 +93,9 @@ void AppState::setSelectedDevice(const QString& id) {
 void AppState::setTranslateToEnglish(bool on) {
     store(m_translateToEnglish, on, SettingsKey::translateToEnglish);
 }
-void AppState::setAppendMode(bool on) { store(m_appendMode, on, SettingsKey::appendMode); }
+void AppState::setAppendMode(bool on) {
+    store(m_appendMode, on, SettingsKey::appendMode);
+}
 void AppState::setWindowOpacity(double opacity) {
     store(m_windowOpacity, opacity, SettingsKey::windowOpacity);
 }
@@ -102,7 +108,9 @@ void AppState::setInputGainDB(double decibels) {
 void AppState::setNoiseGatePercent(double percent) {
     store(m_noiseGatePercent, percent, SettingsKey::noiseGatePercent);
 }
-void AppState::setAlwaysOnTop(bool on) { store(m_alwaysOnTop, on, SettingsKey::alwaysOnTop); }
+void AppState::setAlwaysOnTop(bool on) {
+    store(m_alwaysOnTop, on, SettingsKey::alwaysOnTop);
+}
 void AppState::setAgentsIncluded(bool on) {
     store(m_agentsIncluded, on, SettingsKey::agentsIncluded);
 }
@@ -120,8 +128,7 @@ void AppState::setSoundsEnabled(bool on) {
 
 void AppState::applyEngineTier() {
     const QString fileName = modelFileName(engineTier());
-    const QString path =
-        m_platform.applicationBundle.homeDirectory() + u"/models/"_s + fileName;
+    const QString path = m_platform.applicationBundle.homeDirectory() + u"/models/"_s + fileName;
     if (!QFileInfo::exists(path)) {
         // The tier keeps its new value although the old model stays loaded, on purpose.
         showError(u"Model not found: "_s + fileName);
@@ -173,11 +180,11 @@ void AppState::dismissError() {
 void AppState::showCompactFeedback(const QString& text, double duration) {
     m_compactFeedbackTask.cancel();
     m_compactFeedback = text;
-    const auto time = std::chrono::duration_cast<Scheduler::Duration>(
-        std::chrono::duration<double>(duration));
-    m_compactFeedbackTask = m_platform.scheduler.start(
-        [self = QPointer(this), &scheduler = m_platform.scheduler,
-         time](CancellationToken token) -> Task<> {
+    const auto time =
+        std::chrono::duration_cast<Scheduler::Duration>(std::chrono::duration<double>(duration));
+    m_compactFeedbackTask =
+        m_platform.scheduler.start([self = QPointer(this), &scheduler = m_platform.scheduler,
+                                    time](CancellationToken token) -> Task<> {
             co_await scheduler.sleep(time);
             if (self && !token.isCancelled()) {
                 self->m_compactFeedback = QString();

@@ -72,8 +72,8 @@ public:
     Q_PROPERTY(double noiseGatePercent READ noiseGatePercent WRITE setNoiseGatePercent NOTIFY
                    noiseGatePercentChanged)
     Q_PROPERTY(bool alwaysOnTop READ alwaysOnTop WRITE setAlwaysOnTop NOTIFY alwaysOnTopChanged)
-    Q_PROPERTY(
-        bool agentsIncluded READ agentsIncluded WRITE setAgentsIncluded NOTIFY agentsIncludedChanged)
+    Q_PROPERTY(bool agentsIncluded READ agentsIncluded WRITE setAgentsIncluded NOTIFY
+                   agentsIncludedChanged)
     Q_PROPERTY(
         QString selectedTheme READ selectedTheme WRITE setSelectedTheme NOTIFY selectedThemeChanged)
     Q_PROPERTY(QString animationStyle READ animationStyle WRITE setAnimationStyle NOTIFY
@@ -117,14 +117,14 @@ public:
     Q_INVOKABLE void applyEngineTier();
 
     // --- Activity log, errors, feedback ----------------------------------------------------------
-    Q_PROPERTY(
-        QList<quorvin::ActivityEntry> activityLog READ activityLog NOTIFY activityLogChanged)
+    Q_PROPERTY(QList<quorvin::ActivityEntry> activityLog READ activityLog NOTIFY activityLogChanged)
     Q_PROPERTY(bool showActivityLog READ showActivityLog WRITE setShowActivityLog NOTIFY
                    showActivityLogChanged)
     /// Empty while there is no error.
     Q_PROPERTY(QString errorMessage READ errorMessageText NOTIFY errorMessageChanged)
     Q_PROPERTY(bool showError READ showError NOTIFY showErrorChanged)
-    Q_PROPERTY(bool isAccessibilityError READ isAccessibilityError NOTIFY isAccessibilityErrorChanged)
+    Q_PROPERTY(
+        bool isAccessibilityError READ isAccessibilityError NOTIFY isAccessibilityErrorChanged)
     Q_PROPERTY(QString compactFeedback READ compactFeedback NOTIFY compactFeedbackChanged)
 
     /// Oldest first, at most `maxLogEntries`.
@@ -185,8 +185,8 @@ public:
 
     // --- History ---------------------------------------------------------------------------------
     Q_PROPERTY(bool showHistory READ showHistory WRITE setShowHistory NOTIFY showHistoryChanged)
-    Q_PROPERTY(
-        QList<quorvin::HistoryEntry> historyEntries READ historyEntries NOTIFY historyEntriesChanged)
+    Q_PROPERTY(QList<quorvin::HistoryEntry> historyEntries READ historyEntries NOTIFY
+                   historyEntriesChanged)
 
     [[nodiscard]] bool showHistory() const { return m_showHistory; }
     void setShowHistory(bool show) { m_showHistory = show; }
@@ -209,13 +209,34 @@ public:
     }
     [[nodiscard]] QString sessionPickerTitle() const { return m_sessionPickerTitle; }
 
+    /// To the agent's session, of a fresh scan; with several, the picker opens. Return at once.
+    Q_INVOKABLE void sendToClaude();
+    Q_INVOKABLE void sendToOpenCode();
+    /// The delivery itself. Draft and images are gone afterwards, whatever came of it.
+    Task<> sendToSession(AgentSessionInfo session, QString agentName);
+    /// The picker's choice.
+    Q_INVOKABLE void sendToPickedSession(const quorvin::AgentSessionInfo& session);
+    /// The panel's send key.
+    Q_INVOKABLE void compactSendCommand();
+    /// To the application that was in front when the last take began.
+    void autoSendToFocusedTerminal();
+    /// To a row of `compactSessions`; text only.
+    void sendToCompactSession(int index);
+    /// Scans, unless the last scan is fresh and found something.
+    Q_INVOKABLE void refreshSessions();
+    /// Tries the way to the focused terminal with a fixed text and logs each step. Overwrites the
+    /// pasteboard, and leaves the draft alone.
+    Q_INVOKABLE void testSendDiagnostic();
+
     // --- Start-up and permissions ----------------------------------------------------------------
     Q_PROPERTY(bool needsOnboarding READ needsOnboarding NOTIFY needsOnboardingChanged)
     Q_PROPERTY(bool onboardingComplete READ onboardingComplete NOTIFY onboardingCompleteChanged)
-    Q_PROPERTY(bool microphoneAuthorized READ microphoneAuthorized NOTIFY microphoneAuthorizedChanged)
     Q_PROPERTY(
-        bool accessibilityAuthorized READ accessibilityAuthorized NOTIFY accessibilityAuthorizedChanged)
-    Q_PROPERTY(bool automationAuthorized READ automationAuthorized NOTIFY automationAuthorizedChanged)
+        bool microphoneAuthorized READ microphoneAuthorized NOTIFY microphoneAuthorizedChanged)
+    Q_PROPERTY(bool accessibilityAuthorized READ accessibilityAuthorized NOTIFY
+                   accessibilityAuthorizedChanged)
+    Q_PROPERTY(
+        bool automationAuthorized READ automationAuthorized NOTIFY automationAuthorizedChanged)
 
     [[nodiscard]] bool needsOnboarding() const { return m_needsOnboarding; }
     [[nodiscard]] bool onboardingComplete() const { return m_onboardingComplete; }
@@ -239,7 +260,8 @@ public:
     Q_INVOKABLE void applyWindowOpacity();
 
     // --- Compact mode ----------------------------------------------------------------------------
-    Q_PROPERTY(QList<double> compactBarHeights READ compactBarHeights NOTIFY compactBarHeightsChanged)
+    Q_PROPERTY(
+        QList<double> compactBarHeights READ compactBarHeights NOTIFY compactBarHeightsChanged)
     Q_PROPERTY(double compactElapsed READ compactElapsed NOTIFY compactElapsedChanged)
     Q_PROPERTY(double compactSmoothLevel READ compactSmoothLevel NOTIFY compactSmoothLevelChanged)
     Q_PROPERTY(bool compactSessionsVisible READ compactSessionsVisible NOTIFY
@@ -331,7 +353,21 @@ private:
     void acceptTranscription(const QString& text, double duration);
     void playFailureSound();
 
+    // AppState_delivery.cpp
+    void sendToAgent(AgentType type, const QString& agentName,
+                     const QString& messageWithoutSession);
+    void reportFailedDelivery(const QString& description);
+    /// Puts the agent's name into the newest history row, if it holds just `text`.
+    void markAsSent(const QString& text, const QString& agentName);
+    /// Whether keys may be posted, asked anew.
+    bool testAccessibility();
+    void demandAccessibility();
+    /// The remembered application, or else a running terminal.
+    [[nodiscard]] std::optional<ProcessID> focusedTerminal();
+    Task<> runSendDiagnostic();
+
     // AppState_startup.cpp
+    void checkPermissions();
     /// What the device picker offers before the devices are listed.
     [[nodiscard]] static QList<AudioInputDevice> systemDefaultOnly();
     void setupAudioObservation();
@@ -357,7 +393,8 @@ private:
     NotificationService& m_notificationService;
 
 #define QUORVIN_FIELD(type, name, initial)                                                         \
-    Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(AppState, type, m_##name, initial, &AppState::name##Changed)
+    Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(AppState, type, m_##name, initial,                        \
+                                         &AppState::name##Changed)
 
     const AppSettings m_storedSettings;
     QUORVIN_FIELD(QString, language, m_storedSettings.language)
@@ -404,6 +441,7 @@ private:
     QUORVIN_FIELD(bool, showSessionPicker, false)
     QUORVIN_FIELD(QList<AgentSessionInfo>, sessionPickerSessions, QList<AgentSessionInfo>())
     QUORVIN_FIELD(QString, sessionPickerTitle, QString())
+    QString m_sessionPickerText; ///< the draft as it was when the picker opened
 
     QUORVIN_FIELD(bool, needsOnboarding, true)
     QUORVIN_FIELD(bool, microphoneAuthorized, false)

@@ -1,5 +1,4 @@
 #include "models/AppState.h"
-
 #include "platform/ApplicationBundle.h"
 #include "platform/KeyEvents.h"
 #include "platform/Pasteboard.h"
@@ -17,7 +16,7 @@ namespace quorvin {
 
 namespace {
 
-constexpr double shortFeedback = 1.5;  // seconds
+constexpr double shortFeedback = 1.5; // seconds
 constexpr double warningFeedback = 4.0;
 constexpr qsizetype loggedCharacters = 40;
 
@@ -71,9 +70,9 @@ void AppState::sendToAgent(AgentType type, const QString& agentName,
             if (!self) {
                 co_return;
             }
-            const QList<AgentSessionInfo> sessions =
-                type == AgentType::claude ? self->m_agentService.claudeSessions()
-                                          : self->m_agentService.opencodeSessions();
+            const QList<AgentSessionInfo> sessions = type == AgentType::claude
+                                                         ? self->m_agentService.claudeSessions()
+                                                         : self->m_agentService.opencodeSessions();
             if (sessions.isEmpty()) {
                 self->showError(messageWithoutSession);
             } else if (sessions.size() == 1) {
@@ -107,10 +106,9 @@ Task<> AppState::sendToSession(AgentSessionInfo session, QString agentName) {
     if (text.isEmpty() && images.isEmpty()) {
         co_return;
     }
-    const QString message =
-        agentsIncluded() && !text.isEmpty() ? orchestratorText + text : text;
-    log(ActivityType::sending, u"Sending to %1... ("_s.arg(agentName) +
-                                   text::elided(text, loggedCharacters) + u')');
+    const QString message = agentsIncluded() && !text.isEmpty() ? orchestratorText + text : text;
+    log(ActivityType::sending,
+        u"Sending to %1... ("_s.arg(agentName) + text::elided(text, loggedCharacters) + u')');
     const QPointer self(this);
     std::optional<QString> failure;
     try {
@@ -155,7 +153,7 @@ void AppState::markAsSent(const QString& text, const QString& agentName) {
             return;
         }
         try {
-            m_historyService->remove(newest.first().id);
+            m_historyService->deleteEntry(newest.first().id);
         } catch (const HistoryError&) {
             // The row that follows is worth more than the one that stays.
         }
@@ -201,8 +199,7 @@ void AppState::autoSendToFocusedTerminal() {
         return;
     }
     if (!testAccessibility()) {
-        log(ActivityType::error,
-            u"Accessibility permission required — opening System Settings"_s);
+        log(ActivityType::error, u"Accessibility permission required — opening System Settings"_s);
         demandAccessibility();
         return;
     }
@@ -221,17 +218,16 @@ void AppState::autoSendToFocusedTerminal() {
     log(ActivityType::sending, u"Sending to %1 (pid=%2)"_s.arg(name).arg(*target));
     m_platform.pasteboard.clearContents();
     m_platform.pasteboard.setString(payload);
-    m_platform.scheduler.startDetached(
-        [self = QPointer(this), platform = m_platform, target = *target, name]() -> Task<> {
-            co_await KeystrokeInjector::pasteAndSubmit(platform.scheduler, platform.workspace,
-                                                       platform.keyEvents, target, false);
-            if (self) {
-                // The keys were posted; what became of them nobody can tell.
-                self->log(ActivityType::success,
-                          u"Auto-sent to %1 (pid=%2)"_s.arg(name).arg(target));
-                self->showCompactFeedback(u"✓ sent"_s, shortFeedback);
-            }
-        });
+    m_platform.scheduler.startDetached([self = QPointer(this), platform = m_platform,
+                                        target = *target, name]() -> Task<> {
+        co_await KeystrokeInjector::pasteAndSubmit(platform.scheduler, platform.workspace,
+                                                   platform.keyEvents, target, false);
+        if (self) {
+            // The keys were posted; what became of them nobody can tell.
+            self->log(ActivityType::success, u"Auto-sent to %1 (pid=%2)"_s.arg(name).arg(target));
+            self->showCompactFeedback(u"✓ sent"_s, shortFeedback);
+        }
+    });
 }
 
 std::optional<ProcessID> AppState::focusedTerminal() {
@@ -288,7 +284,8 @@ Task<> AppState::runSendDiagnostic() {
             u"Target PID %1 is no longer running — reopen terminal and record again"_s.arg(target));
         co_return;
     }
-    log(ActivityType::sending, u"Sending %1 to %2 (pid=%3)..."_s.arg(diagnosticToken, name).arg(target));
+    log(ActivityType::sending,
+        u"Sending %1 to %2 (pid=%3)..."_s.arg(diagnosticToken, name).arg(target));
     m_platform.pasteboard.clearContents();
     m_platform.pasteboard.setString(diagnosticToken);
 

@@ -1,5 +1,4 @@
 #include "models/AppState.h"
-
 #include "models/Hallucinations.h"
 #include "models/SilenceCounter.h"
 #include "platform/ApplicationBundle.h"
@@ -149,8 +148,8 @@ Task<> AppState::recordingTick(QPointer<AppState> self, Scheduler& scheduler,
         }
         // Counted, not read from a clock: late ticks make the duration run short, on purpose.
         self->m_recordingDuration = self->recordingDuration() + SilenceCounter::tickSeconds;
-        if (self->vadAutoStop() && silence.tick(self->audioLevel(), self->recordingDuration(),
-                                                self->silenceTimeout())) {
+        if (self->vadAutoStop() &&
+            silence.tick(self->audioLevel(), self->recordingDuration(), self->silenceTimeout())) {
             self->log(ActivityType::recording,
                       u"VAD auto-stop: %1s silence"_s.arg(self->silenceTimeout()));
             self->stopRecording();
@@ -163,8 +162,7 @@ void AppState::stopRecording() {
     if (!isRecording()) {
         return;
     }
-    log(ActivityType::recording,
-        u"Recording stopped (%1s)"_s.arg(recordingDuration(), 0, 'f', 1));
+    log(ActivityType::recording, u"Recording stopped (%1s)"_s.arg(recordingDuration(), 0, 'f', 1));
     m_soundService.play(m_soundService.popPlayer.get());
     m_isRecording = false;
     m_isTranscribing = true;
@@ -200,6 +198,10 @@ void AppState::finishTranscription(const std::optional<QString>& text, double du
     m_state = AppMode::ready;
     if (m_audioService.permissionGranted()) {
         m_audioService.startKeepWarm();
+    }
+    // The test is on the draft and not on this take, on purpose: a silent take sends what was left.
+    if (isCompactMode() && !draftText().isEmpty()) {
+        autoSendToFocusedTerminal();
     }
 }
 

@@ -1,5 +1,4 @@
 #include "models/AppState.h"
-
 #include "platform/ApplicationBundle.h"
 #include "platform/AudioHost.h"
 #include "platform/Scheduler.h"
@@ -13,9 +12,24 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace quorvin {
 
+void AppState::checkPermissions() {
+    m_accessibilityAuthorized = testAccessibility();
+    m_platform.scheduler.startDetached([self = QPointer(this)]() -> Task<> {
+        if (!self) {
+            co_return;
+        }
+        const bool granted = co_await self->m_agentService.checkAutomationPermission();
+        if (self) {
+            self->m_automationAuthorized = granted;
+        }
+    });
+}
+
 void AppState::checkOnboardingNeeded() {
     m_onboardingComplete =
         m_platform.userDefaults.boolean(SettingsKey::onboardingComplete).value_or(false);
+    m_accessibilityAuthorized = testAccessibility();
+    // The permissions don't enter: who finished the wizard once is not sent back to it.
     m_needsOnboarding = !onboardingComplete();
 }
 
@@ -75,8 +89,8 @@ void AppState::cleanupOrphanedWAVFiles() {
 
 void AppState::openHistory() {
     try {
-        m_historyService = std::make_unique<HistoryService>(m_platform.applicationBundle,
-                                                            m_platform.scheduler);
+        m_historyService =
+            std::make_unique<HistoryService>(m_platform.applicationBundle, m_platform.scheduler);
     } catch (const HistoryError& error) {
         log(ActivityType::error,
             u"History service failed: %1"_s.arg(QString::fromUtf8(error.what())));

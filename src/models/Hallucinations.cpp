@@ -10,14 +10,29 @@ namespace quorvin {
 namespace {
 
 constexpr std::array<QStringView, 23> knownTexts = {
-    u"*mumbling*",    u"*music*",       u"*applause*",
-    u"*clapping*",    u"*noise*",       u"*silence*",
-    u"*laughing*",    u"*coughing*",    u"*sneezing*",
-    u"*breathing*",   u"[blank_audio]", u"[silence]",
-    u"(silence)",     u"[ silence ]",   u"you",
-    u"thank you.",    u"thanks for watching!", u"thanks for watching.",
-    u".",             u"..",            u"...",
-    u"♪",             u"♫",
+    u"*mumbling*",
+    u"*music*",
+    u"*applause*",
+    u"*clapping*",
+    u"*noise*",
+    u"*silence*",
+    u"*laughing*",
+    u"*coughing*",
+    u"*sneezing*",
+    u"*breathing*",
+    u"[blank_audio]",
+    u"[silence]",
+    u"(silence)",
+    u"[ silence ]",
+    u"you",
+    u"thank you.",
+    u"thanks for watching!",
+    u"thanks for watching.",
+    u".",
+    u"..",
+    u"...",
+    u"♪",
+    u"♫",
 };
 
 constexpr qsizetype longestBracketedRemark = 30;

@@ -11,8 +11,8 @@ public:
     /// Levels below this one, from 0 to 1, are silent; a reading at it is not.
     static constexpr double threshold = 0.015F;
 
-    /// Looks at one tick of a take that has lasted for `duration` seconds. True when the silence has
-    /// lasted for `timeout` seconds now.
+    /// Looks at one tick of a take that has lasted for `duration` seconds. True when the silence
+    /// has lasted for `timeout` seconds now.
     [[nodiscard]] bool tick(double level, double duration, int timeout) {
         if (duration <= grace) {
             return false;

@@ -15,14 +15,18 @@
 namespace quorvin {
 
 /// Whether this program may use the microphone; the numbers go to the log.
-enum class MicrophoneAuthorization { notDetermined = 0, restricted = 1, denied = 2, authorized = 3 };
+enum class MicrophoneAuthorization {
+    notDetermined = 0,
+    restricted = 1,
+    denied = 2,
+    authorized = 3
+};
 
 /// A capture operation that failed, with the system's own words and number.
 class AudioHostError : public std::runtime_error {
 public:
     AudioHostError(const std::string& message, int code)
-        : std::runtime_error(message)
-        , m_code(code) {}
+        : std::runtime_error(message), m_code(code) {}
     [[nodiscard]] int code() const { return m_code; }
 
 private:
@@ -41,8 +45,8 @@ struct AudioDevice {
 /// thread; only the tap is called on another one, the capture thread.
 class CaptureEngine {
 public:
-    /// Receives `frameCount * format.channelCount` interleaved samples in `samples`, which are valid
-    /// during the call only. Must neither block nor throw.
+    /// Receives `frameCount * format.channelCount` interleaved samples in `samples`, which are
+    /// valid during the call only. Must neither block nor throw.
     using Tap = std::function<void(std::span<const float> samples)>;
 
     CaptureEngine() = default;
@@ -94,8 +98,8 @@ public:
     [[nodiscard]] virtual std::unique_ptr<CaptureEngine> makeCaptureEngine() = 0;
 
     /// A converter between two formats, at the best quality there is; empty when none can be made.
-    [[nodiscard]] virtual std::unique_ptr<SampleConverter> makeSampleConverter(const AudioFormat& from,
-                                                                               const AudioFormat& to) = 0;
+    [[nodiscard]] virtual std::unique_ptr<SampleConverter>
+    makeSampleConverter(const AudioFormat& from, const AudioFormat& to) = 0;
 };
 
 } // namespace quorvin

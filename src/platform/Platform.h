@@ -8,9 +8,12 @@ namespace quorvin {
 
 class ApplicationBundle;
 class AudioHost;
+class KeyEvents;
+class Pasteboard;
 class ProcessRunner;
 class Scheduler;
 class SoundPlayers;
+class TerminalAutomation;
 class UserDefaults;
 class UserNotifications;
 class WindowSystem;
@@ -27,6 +30,9 @@ struct Platform {
     WindowSystem& windowSystem;
     UserNotifications& userNotifications;
     SoundPlayers& soundPlayers;
+    Pasteboard& pasteboard;
+    KeyEvents& keyEvents;
+    TerminalAutomation& terminalAutomation;
     ProcessTableFactory makeProcessTable;
     /// Runs `work` once on another thread.
     std::function<void(std::function<void()> work)> runInBackground;

@@ -18,7 +18,7 @@ public:
 };
 
 /// What a child left behind. `exitStatus` is its exit code, or the number of the signal that ended
-/// it.
+/// it, or -1 when the system doesn't tell.
 struct ProcessResult {
     int exitStatus = 0;
     QByteArray standardOutput;

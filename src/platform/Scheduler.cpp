@@ -6,8 +6,8 @@ namespace quorvin {
 
 namespace {
 
-/// Owns `body` until its coroutine has ended: the captures of a coroutine lambda live in the lambda,
-/// not in the coroutine.
+/// Owns `body` until its coroutine has ended: the captures of a coroutine lambda live in the
+/// lambda, not in the coroutine.
 Task<> run(std::function<Task<>()> body) {
     try {
         co_await body();

@@ -35,7 +35,8 @@ public:
     /// In the system's order; one entry a process.
     [[nodiscard]] virtual std::vector<RunningApplication> runningApplications() = 0;
 
-    /// Asks for the application's window to be raised and focused; returns before that has happened.
+    /// Asks for the application's window to be raised and focused; returns before that has
+    /// happened.
     virtual Request activate(ProcessID processIdentifier) = 0;
 
     /// Opens a settings page or a document with what the system has for it.

@@ -11,7 +11,9 @@ bool isLineBreak(QChar c) {
            c == QChar(0x2029);
 }
 
-bool isBlank(QChar c) { return c == u'\t' || c.category() == QChar::Separator_Space; }
+bool isBlank(QChar c) {
+    return c == u'\t' || c.category() == QChar::Separator_Space;
+}
 
 template <typename Predicate>
 QString trimmedBy(const QString& text, Predicate drop) {
@@ -62,7 +64,9 @@ QString trimmed(const QString& text) {
     return trimmedBy(text, [](QChar c) { return isBlank(c) || isLineBreak(c); });
 }
 
-QString trimmedOfBlanks(const QString& text) { return trimmedBy(text, isBlank); }
+QString trimmedOfBlanks(const QString& text) {
+    return trimmedBy(text, isBlank);
+}
 
 QStringList lines(const QString& text) {
     QStringList result;

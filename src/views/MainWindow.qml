@@ -1,5 +1,5 @@
 import QtQuick
-import QtQuick.Controls.Basic
+import QtQuick.Controls
 import QtQuick.Layouts
 
 ApplicationWindow {
@@ -13,7 +13,7 @@ ApplicationWindow {
     minimumHeight: 460
     visible: true
     title: "Quorvin"
-    color: Palette.background
+    color: Look.background
 
     function toggleRecording() {
         if (appState.isRecording) {
@@ -36,7 +36,7 @@ ApplicationWindow {
     ColumnLayout {
         anchors.fill: parent
         anchors.margins: 20
-        spacing: Palette.spacing
+        spacing: Look.spacing
 
         RecordButton {
             id: recordButton
@@ -53,7 +53,7 @@ ApplicationWindow {
                   ? qsTr("Recording  %1 s").arg(window.appState.recordingDuration.toFixed(1))
                   : window.appState.isTranscribing ? qsTr("Transcribing…")
                   : window.appState.modelLoaded ? qsTr("Ready") : qsTr("Loading the speech engine…")
-            color: Palette.secondaryText
+            color: Look.secondaryText
             font.pixelSize: 14
             Accessible.role: Accessible.StaticText
             Accessible.name: text
@@ -67,7 +67,7 @@ ApplicationWindow {
             Accessible.name: qsTr("Input level")
             Accessible.description: Math.round(meter.value * 100) + " %"
             background: Rectangle {
-                color: Palette.surface
+                color: Look.surface
                 radius: 3
             }
             contentItem: Item {
@@ -100,18 +100,18 @@ ApplicationWindow {
         padding: 20
         onClosed: window.appState.dismissError()
         background: Rectangle {
-            color: Palette.surface
-            radius: Palette.radius
-            border.color: Palette.border
+            color: Look.surface
+            radius: Look.radius
+            border.color: Look.border
         }
         contentItem: ColumnLayout {
-            spacing: Palette.spacing
+            spacing: Look.spacing
             Text {
                 Layout.maximumWidth: window.width - 120
                 text: window.appState.errorMessage
                 textFormat: Text.PlainText
                 wrapMode: Text.Wrap
-                color: Palette.text
+                color: Look.text
                 font.pixelSize: 14
             }
             Button {

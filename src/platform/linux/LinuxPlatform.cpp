@@ -5,9 +5,13 @@
 #include "platform/linux/posix/PosixProcessRunner.h"
 #include "platform/linux/procfs/ProcfsProcessTable.h"
 #include "platform/linux/pulse/PulseAudioHost.h"
+#include "platform/linux/terminals/LinuxTerminalAutomation.h"
+#include "platform/linux/terminals/X11TerminalWindows.h"
 #include "platform/linux/x11/X11Workspace.h"
+#include "platform/linux/x11/XTestKeyEvents.h"
 #include "platform/linux/x11/XcbConnection.h"
 #include "platform/qt/JsonUserDefaults.h"
+#include "platform/qt/QtPasteboard.h"
 #include "platform/qt/QtScheduler.h"
 #include "platform/qt/QtSoundPlayers.h"
 #include "platform/qt/QtWindowSystem.h"
@@ -25,6 +29,10 @@ QString userGuideDirectory() {
     return QCoreApplication::applicationDirPath() + QStringLiteral("/../share/doc/quorvin");
 }
 
+std::unique_ptr<ProcessTable> makeProcessTable() {
+    return std::make_unique<ProcfsProcessTable>();
+}
+
 } // namespace
 
 struct LinuxPlatform::Parts {
@@ -39,21 +47,36 @@ struct LinuxPlatform::Parts {
     QtWindowSystem windowSystem;
     FreedesktopNotifications userNotifications{QDBusConnection::sessionBus()};
     QtSoundPlayers soundPlayers;
+    QtPasteboard pasteboard;
+    XTestKeyEvents keyEvents{scheduler, display};
+    X11TerminalWindows terminalWindows{display};
+    LinuxTerminalAutomation terminalAutomation{
+        scheduler, workspace, terminalWindows,
+        LinuxTerminalAutomation::thisSystem(makeProcessTable)};
 
-    const Platform platform{scheduler,     applicationBundle, userDefaults, audioHost,
-                            processRunner, workspace,         windowSystem, userNotifications,
-                            soundPlayers,
-                            [] { return std::make_unique<ProcfsProcessTable>(); },
-                            [](std::function<void()> work) {
-                                QThreadPool::globalInstance()->start(std::move(work));
-                            }};
+    const Platform platform{
+        scheduler,
+        applicationBundle,
+        userDefaults,
+        audioHost,
+        processRunner,
+        workspace,
+        windowSystem,
+        userNotifications,
+        soundPlayers,
+        pasteboard,
+        keyEvents,
+        terminalAutomation,
+        makeProcessTable,
+        [](std::function<void()> work) { QThreadPool::globalInstance()->start(std::move(work)); }};
 };
 
-LinuxPlatform::LinuxPlatform()
-    : m_parts(std::make_unique<Parts>()) {}
+LinuxPlatform::LinuxPlatform() : m_parts(std::make_unique<Parts>()) {}
 
 LinuxPlatform::~LinuxPlatform() = default;
 
-const Platform& LinuxPlatform::platform() const { return m_parts->platform; }
+const Platform& LinuxPlatform::platform() const {
+    return m_parts->platform;
+}
 
 } // namespace quorvin

@@ -168,8 +168,9 @@ std::optional<QString> JsonUserDefaults::save() const {
     if (!file.open(QIODevice::WriteOnly) || !file.setPermissions(ownerOnly)) {
         return file.errorString();
     }
-    file.write(QJsonDocument(m_values).toJson());
-    if (!file.commit()) {
+    // `commit` does not notice what `close` could not write, and would put half a file in place.
+    const QByteArray json = QJsonDocument(m_values).toJson();
+    if (file.write(json) != json.size() || !file.flush() || !file.commit()) {
         return file.errorString();
     }
     return std::nullopt;

@@ -10,8 +10,7 @@ namespace quorvin {
 class QtScheduler::Sleeper final : public QObject {
 public:
     Sleeper(QtScheduler& scheduler, Duration delay, std::function<void()> work)
-        : m_scheduler(scheduler)
-        , m_work(std::move(work)) {
+        : m_scheduler(scheduler), m_work(std::move(work)) {
         startTimer(std::chrono::ceil<std::chrono::milliseconds>(delay), Qt::PreciseTimer);
     }
 
@@ -60,7 +59,9 @@ Scheduler::Duration QtScheduler::monotonicTime() const {
     return std::chrono::steady_clock::now().time_since_epoch();
 }
 
-QDateTime QtScheduler::wallTime() const { return QDateTime::currentDateTimeUtc(); }
+QDateTime QtScheduler::wallTime() const {
+    return QDateTime::currentDateTimeUtc();
+}
 
 bool QtScheduler::event(QEvent* event) {
     if (event->type() != QEvent::User) {

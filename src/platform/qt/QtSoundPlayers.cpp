@@ -7,6 +7,7 @@
 #include <QAudioSink>
 #include <QBuffer>
 #include <QMediaDevices>
+#include <QScopedPointer>
 #include <QTimer>
 
 #include <chrono>
@@ -42,33 +43,32 @@ public:
 
     void playRequested() {
         const PlayRequest request = takeRequest();
-        m_output.reset();
+        end();
         const QAudioDevice device = QMediaDevices::defaultAudioOutput();
         const QAudioFormat format = formatAt(request.rate);
         if (device.isNull() || !format.isValid()) {
             return;
         }
-        m_output = std::make_unique<Output>(device, format, m_clip.samples);
-        m_output->sink.setVolume(request.volume);
-        m_output->sink.start(&m_output->source);
-        // An output that has come to its end keeps the device awake. The notice that it gives
-        // itself comes when the last samples are handed over, which is too early.
-        const std::chrono::milliseconds length(format.durationForBytes(m_clip.samples.size()) /
-                                               1000);
-        QTimer::singleShot(length + longestLatency, &m_output->sink, [this] { m_output.reset(); });
+        m_sink.reset(new QAudioSink(device, format));
+        auto* source = new QBuffer(m_sink.get());
+        source->setData(m_clip.samples);
+        source->open(QIODevice::ReadOnly);
+        m_sink->setVolume(request.volume);
+        m_sink->start(source);
+        // A sink that has come to its end keeps the device awake. The notice that it gives itself
+        // comes when the last samples are handed over, which is too early.
+        const std::chrono::microseconds length(format.durationForBytes(m_clip.samples.size()));
+        QTimer::singleShot(std::chrono::ceil<std::chrono::milliseconds>(length) + longestLatency,
+                           m_sink.get(), [this] { end(); });
     }
 
 private:
-    struct Output {
-        Output(const QAudioDevice& device, const QAudioFormat& format, const QByteArray& samples)
-            : sink(device, format) {
-            source.setData(samples);
-            source.open(QIODevice::ReadOnly);
+    void end() {
+        if (m_sink) {
+            m_sink->stop();
+            m_sink.reset();
         }
-
-        QBuffer source;
-        QAudioSink sink;
-    };
+    }
 
     PlayRequest takeRequest() {
         const std::lock_guard lock(m_mutex);
@@ -87,7 +87,8 @@ private:
     const SoundClip m_clip;
     std::mutex m_mutex; // guards m_request
     std::optional<PlayRequest> m_request;
-    std::unique_ptr<Output> m_output;
+    // The destructor of a sink runs other work of its thread: it must not run inside of ours.
+    QScopedPointer<QAudioSink, QScopedPointerDeleteLater> m_sink;
 };
 
 class QtSoundPlayer final : public SoundPlayer {

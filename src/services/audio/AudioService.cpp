@@ -188,7 +188,7 @@ void AudioService::startRecording() {
     engine->installTap(
         captureFrameCount(hardware.sampleRate),
         loggingFailures([tap](std::span<const float> buffer) { tap->processAudioBuffer(buffer); }));
-    onInterruption(engine, &AudioService::m_audioEngine, &AudioService::clearMeters);
+    onInterruption(engine, &AudioService::clearMeters);
     engine->prepare();
     try {
         engine->start();
@@ -270,17 +270,15 @@ void AudioService::cleanupEngine() {
 }
 
 void AudioService::onInterruption(const std::shared_ptr<CaptureEngine>& engine,
-                                  std::shared_ptr<CaptureEngine> AudioService::*slot,
                                   void (AudioService::*consequence)()) {
     engine->setInterruptionHandler([&scheduler = m_scheduler, service = QPointer(this),
-                                    interrupted = std::weak_ptr(engine), slot,
+                                    interrupted = std::weak_ptr(engine),
                                     consequence](const std::string& reason) {
         qCCritical(audioServiceLog, "Audio capture interrupted: %s", reason.c_str());
         // Posted, because an engine can't be destroyed inside its own callback, and because the
         // meter updates of its last buffers are waiting in the same queue.
-        scheduler.post([service, interrupted, slot, consequence] {
-            const auto lost = interrupted.lock();
-            if (service && lost && service->*slot == lost) {
+        scheduler.post([service, interrupted, consequence] {
+            if (service && !interrupted.expired()) {
                 (service->*consequence)();
             }
         });

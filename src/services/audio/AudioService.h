@@ -99,9 +99,8 @@ private:
     static void releaseEngine(std::shared_ptr<CaptureEngine>& engine);
     void cleanupEngine();
 
-    /// Runs `consequence` after `engine` was interrupted, if it is then still the one in `slot`.
+    /// Runs `consequence` after `engine` was interrupted, unless it has been released by then.
     void onInterruption(const std::shared_ptr<CaptureEngine>& engine,
-                        std::shared_ptr<CaptureEngine> AudioService::*slot,
                         void (AudioService::*consequence)());
 
     /// A tap may not throw: a buffer that can't be converted is lost, and the log tells of it.

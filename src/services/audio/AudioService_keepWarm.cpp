@@ -36,7 +36,7 @@ void AudioService::startKeepWarm() {
                            const std::lock_guard lock(shared->warmLock);
                            shared->warmRing.write(samples);
                        }));
-    onInterruption(engine, &AudioService::m_warmEngine, &AudioService::stopKeepWarm);
+    onInterruption(engine, &AudioService::stopKeepWarm);
     engine->prepare();
     try {
         engine->start();

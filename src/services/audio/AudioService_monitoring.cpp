@@ -31,7 +31,7 @@ void AudioService::startMonitoring() {
                                }
                            });
                        });
-    onInterruption(engine, &AudioService::m_monitorEngine, &AudioService::stopMonitoring);
+    onInterruption(engine, &AudioService::stopMonitoring);
     try {
         engine->start();
     } catch (const AudioHostError& error) {

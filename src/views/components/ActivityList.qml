@@ -1,5 +1,5 @@
 import QtQuick
-import QtQuick.Controls.Basic
+import QtQuick.Controls
 import Quorvin
 
 /// The activity feed, newest line last and kept in sight.
@@ -31,7 +31,7 @@ ListView {
 
         Text {
             text: line.entry.time
-            color: Palette.secondaryText
+            color: Look.secondaryText
             font.pixelSize: 12
         }
         Text {

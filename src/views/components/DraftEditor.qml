@@ -1,5 +1,5 @@
 import QtQuick
-import QtQuick.Controls.Basic
+import QtQuick.Controls
 import Quorvin
 
 /// The editable draft. `text` follows the draft, and what the user types is told by `edited`.
@@ -10,24 +10,24 @@ ScrollView {
     signal edited(string text)
 
     background: Rectangle {
-        color: Palette.surface
-        radius: Palette.radius
-        border.color: area.activeFocus ? Palette.accent : Palette.border
+        color: Look.surface
+        radius: Look.radius
+        border.color: area.activeFocus ? Look.accent : Look.border
     }
 
     TextArea {
         id: area
 
         text: editor.draft
-        color: Palette.text
+        color: Look.text
         placeholderText: qsTr("Press record and speak.")
-        placeholderTextColor: Palette.secondaryText
-        selectionColor: Palette.accent
-        selectedTextColor: Palette.background
+        placeholderTextColor: Look.secondaryText
+        selectionColor: Look.accent
+        selectedTextColor: Look.background
         wrapMode: TextArea.Wrap
         textFormat: TextArea.PlainText
         selectByMouse: true
-        padding: Palette.spacing
+        padding: Look.spacing
         font.pixelSize: 15
         background: null
         KeyNavigation.priority: KeyNavigation.BeforeItem

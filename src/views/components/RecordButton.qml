@@ -1,5 +1,5 @@
 import QtQuick
-import QtQuick.Controls.Basic
+import QtQuick.Controls
 import Quorvin
 
 /// The record control: a disc inside a ring that widens with the input level.
@@ -11,8 +11,8 @@ AbstractButton {
     /// 0 to 1.
     required property double level
 
-    readonly property color tint: recording ? Palette.recording
-                                            : transcribing ? Palette.transcribing : Palette.accent
+    readonly property color tint: recording ? Look.recording
+                                            : transcribing ? Look.transcribing : Look.accent
 
     implicitWidth: 112
     implicitHeight: 112
@@ -35,7 +35,7 @@ AbstractButton {
             radius: 38
             color: button.down ? Qt.darker(button.tint, 1.25) : button.tint
             border.width: button.visualFocus ? 3 : 0
-            border.color: Palette.text
+            border.color: Look.text
         }
     }
     contentItem: Item {
@@ -44,7 +44,7 @@ AbstractButton {
             width: 26
             height: 26
             radius: button.recording ? 5 : 13
-            color: Palette.background
+            color: Look.background
         }
     }
 }

@@ -9,8 +9,7 @@ namespace quorvin::testing {
 class FakeWindow final : public AppWindow {
 public:
     explicit FakeWindow(QString windowTitle, bool panel = false)
-        : m_title(std::move(windowTitle))
-        , m_panel(panel) {}
+        : m_title(std::move(windowTitle)), m_panel(panel) {}
 
     [[nodiscard]] bool isPanel() const override { return m_panel; }
     [[nodiscard]] bool isVisible() const override { return visible; }

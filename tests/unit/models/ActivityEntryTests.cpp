@@ -1,9 +1,9 @@
 #include "models/ActivityEntry.h"
 
-#include <gtest/gtest.h>
-
 #include <tuple>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 using namespace quorvin;
 using namespace Qt::Literals::StringLiterals;

@@ -1,5 +1,4 @@
 #include "models/AppSettings.h"
-
 #include "support/fakes/MemoryUserDefaults.h"
 
 #include <gtest/gtest.h>

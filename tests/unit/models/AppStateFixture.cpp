@@ -38,7 +38,9 @@ AppStateTest::AppStateTest() {
     processRunner.script(u"/usr/bin/which"_s, printing(engine));
 }
 
-AppStateTest::~AppStateTest() { endProgram(); }
+AppStateTest::~AppStateTest() {
+    endProgram();
+}
 
 AppState& AppStateTest::start() {
     endProgram();
@@ -70,7 +72,9 @@ void AppStateTest::engineSays(const QString& text) {
     });
 }
 
-void AppStateTest::holdEngine() { processRunner.hold(engineProgram()); }
+void AppStateTest::holdEngine() {
+    processRunner.hold(engineProgram());
+}
 
 void AppStateTest::answerEngine(const QString& text) {
     processRunner.finish(printing(text));
@@ -84,7 +88,8 @@ void AppStateTest::feedMicrophone(const std::vector<float>& samples) {
 }
 
 void AppStateTest::setLevel(double level) {
-    // The meter shows one and a half times the RMS and closes half of the distance with each buffer.
+    // The meter shows one and a half times the RMS and closes half of the distance with each
+    // buffer.
     const std::vector<float> buffer(100, static_cast<float>(level / 1.5));
     for (int i = 0; i < 60; ++i) {
         feedMicrophone(buffer);

@@ -7,15 +7,16 @@
 #include "support/VirtualScheduler.h"
 #include "support/fakes/FakeApplicationBundle.h"
 #include "support/fakes/FakeAudioHost.h"
+#include "support/fakes/FakeKeyEvents.h"
+#include "support/fakes/FakePasteboard.h"
 #include "support/fakes/FakeProcessRunner.h"
 #include "support/fakes/FakeProcessTable.h"
 #include "support/fakes/FakeSoundPlayers.h"
+#include "support/fakes/FakeTerminalAutomation.h"
 #include "support/fakes/FakeUserNotifications.h"
 #include "support/fakes/FakeWindowSystem.h"
 #include "support/fakes/FakeWorkspace.h"
 #include "support/fakes/MemoryUserDefaults.h"
-
-#include <gtest/gtest.h>
 
 #include <QDir>
 #include <QFile>
@@ -25,6 +26,8 @@
 #include <memory>
 #include <optional>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 namespace quorvin::testing {
 
@@ -79,13 +82,26 @@ protected:
     FakeWindowSystem windowSystem;
     FakeUserNotifications notifications;
     FakeSoundPlayers soundPlayers;
+    FakePasteboard pasteboard;
+    FakeKeyEvents keyEvents{scheduler};
+    FakeTerminalAutomation terminalAutomation;
     FakeProcesses processes;
 
 private:
     QString engineProgram();
 
-    Platform m_platform{scheduler, bundle,       defaults,      audioHost,   processRunner,
-                        workspace, windowSystem, notifications, soundPlayers,
+    Platform m_platform{scheduler,
+                        bundle,
+                        defaults,
+                        audioHost,
+                        processRunner,
+                        workspace,
+                        windowSystem,
+                        notifications,
+                        soundPlayers,
+                        pasteboard,
+                        keyEvents,
+                        terminalAutomation,
                         [this] { return std::make_unique<FakeProcessTable>(processes); },
                         [](const std::function<void()>& work) { work(); }};
     std::unique_ptr<PerformanceMetrics> m_metrics;

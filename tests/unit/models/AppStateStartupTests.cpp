@@ -19,10 +19,10 @@ TEST_F(Startup, LogsWhatItFinds) {
     bundle.installedVersion = u"1.2.3"_s;
     start();
     scheduler.runPosted();
-    EXPECT_EQ(feed(), (QStringList{u"Quorvin v1.2.3 starting..."_s,
-                                   u"History service initialized"_s, u"Audio devices: 1 found"_s,
-                                   u"Loading Whisper model..."_s,
-                                   u"Whisper model loaded and ready"_s}));
+    EXPECT_EQ(feed(),
+              (QStringList{u"Quorvin v1.2.3 starting..."_s, u"History service initialized"_s,
+                           u"Audio devices: 1 found"_s, u"Loading Whisper model..."_s,
+                           u"Whisper model loaded and ready"_s}));
     EXPECT_EQ(banners(), QStringList{u"Quorvin Ready"_s});
 }
 

@@ -1,10 +1,10 @@
 #include "support/Task.h"
 #include "support/VirtualScheduler.h"
 
-#include <gtest/gtest.h>
-
 #include <stdexcept>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 using namespace quorvin;
 using namespace std::chrono_literals;

@@ -8,9 +8,9 @@ using namespace Qt::Literals::StringLiterals;
 TEST(Text, CountsUserPerceivedCharacters) {
     EXPECT_EQ(text::characterCount(u""_s), 0);
     EXPECT_EQ(text::characterCount(u"abc"_s), 3);
-    EXPECT_EQ(text::characterCount(u"e\u0301"_s), 1);  // e with a combining acute accent
-    EXPECT_EQ(text::characterCount(u"👩‍👩‍👧"_s), 1);        // a family joined by ZWJ
-    EXPECT_EQ(text::characterCount(u"🇩🇪🇫🇷"_s), 2);       // two flags of two code points each
+    EXPECT_EQ(text::characterCount(u"e\u0301"_s), 1);            // e with a combining acute accent
+    EXPECT_EQ(text::characterCount(u"👩‍👩‍👧"_s), 1); // a family joined by ZWJ
+    EXPECT_EQ(text::characterCount(u"🇩🇪🇫🇷"_s), 2); // two flags of two code points each
 }
 
 TEST(Text, PrefixNeverSplitsACharacter) {
@@ -35,7 +35,8 @@ TEST(Text, TrimmedOfBlanksKeepsLineBreaks) {
 }
 
 TEST(Text, LinesSplitsAtEveryKindOfBreak) {
-    EXPECT_EQ(text::lines(u"a\nb\r\nc\u2028d"_s), (QStringList{u"a"_s, u"b"_s, u""_s, u"c"_s, u"d"_s}));
+    EXPECT_EQ(text::lines(u"a\nb\r\nc\u2028d"_s),
+              (QStringList{u"a"_s, u"b"_s, u""_s, u"c"_s, u"d"_s}));
     EXPECT_EQ(text::lines(u""_s), QStringList{u""_s});
 }
 

@@ -148,8 +148,9 @@ Workspace::Request X11Workspace::openURL(const QString& url) {
     const QUrl target = page ? *page : QUrl(url, QUrl::StrictMode);
     const QString scheme = target.scheme();
     const bool isDocument = scheme == u"http" || scheme == u"https" || scheme == u"file";
-    return isDocument && QDesktopServices::openUrl(target) ? Request::made
-                                                           : Request::notPossibleHere;
+    return isDocument && target.isValid() && QDesktopServices::openUrl(target)
+               ? Request::made
+               : Request::notPossibleHere;
 }
 
 void X11Workspace::handleEvent(const xcb_generic_event_t& event) {

@@ -39,7 +39,6 @@ bool XcbConnection::isOpen() const {
 
 void XcbConnection::setUp() {
     m_screen = screenAt(xcb_get_setup(m_handle), m_screenNumber);
-    internAtoms();
 
     const std::uint32_t rootMask = XCB_EVENT_MASK_PROPERTY_CHANGE;
     xcb_change_window_attributes(m_handle, root(), XCB_CW_EVENT_MASK, &rootMask);
@@ -48,7 +47,7 @@ void XcbConnection::setUp() {
     const std::uint32_t clockMask = XCB_EVENT_MASK_PROPERTY_CHANGE;
     xcb_create_window(m_handle, 0, m_clock, root(), -1, -1, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY,
                       XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &clockMask);
-    xcb_flush(m_handle);
+    internAtoms(); // waits, so that nothing goes unnoticed from here on
 
     m_notifier =
         std::make_unique<QSocketNotifier>(xcb_get_file_descriptor(m_handle), QSocketNotifier::Read);

@@ -56,8 +56,8 @@ private:
     void internAtoms();
     [[nodiscard]] Event nextEvent();
 
+    int m_screenNumber = 0; // before the connection, which fills it
     xcb_connection_t* m_handle = nullptr;
-    int m_screenNumber = 0;
     xcb_screen_t* m_screen = nullptr;
     xcb_ewmh_connection_t m_ewmh{};
     xcb_atom_t m_wmState = XCB_ATOM_NONE;

@@ -6,10 +6,8 @@
 #include <QFileInfo>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QRegularExpression>
 #include <QTemporaryDir>
 
-#include <cmath>
 #include <csignal>
 #include <limits>
 

@@ -233,7 +233,8 @@ TEST_F(AgentServiceTest, TheScanIsKeptFromTheMainThread) {
             scanner = std::this_thread::get_id();
             return std::make_unique<FakeProcessTable>(processes);
         },
-        [&pool](std::function<void()> work) { pool.start(std::move(work)); });
+        [&pool](std::function<void()> work) { pool.start(std::move(work)); },
+        AgentService::Transport{pasteboard, keyEvents, terminalAutomation});
     add(100, u"claude"_s);
     std::thread::id listener;
     QObject::connect(&threaded, &AgentService::claudeSessionsChanged, &threaded,

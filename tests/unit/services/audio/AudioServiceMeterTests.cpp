@@ -170,6 +170,8 @@ TEST_F(AudioServiceMeter, AStartClearsTheLevelThatALateUpdateLeft) {
     ASSERT_EQ(service->audioLevel(), 0.375);
     service->startRecording();
     EXPECT_EQ(service->audioLevel(), 0.0);
+    hear({0.5F});
+    EXPECT_EQ(service->audioLevel(), 0.375); // so the smoother began at zero, too
 }
 
 TEST_F(AudioServiceMeter, AServiceThatIsGoneGetsNoUpdate) {

@@ -246,6 +246,12 @@ TEST_F(AudioServiceRecording, EveryRecordingHasAFreshEngineAndAnEmptyTake) {
     EXPECT_EQ(host.enginesMade, 2);
 }
 
+TEST_F(AudioServiceRecording, AStartClearsWhatAnEarlierTakeLeftBehind) {
+    service->prependSamples(std::vector{0.5F});
+    service->startRecording();
+    EXPECT_THAT(service->stopRecording(), IsEmpty());
+}
+
 TEST_F(AudioServiceRecording, SamplesFromBeforeGoInFrontOfTheTake) {
     service->startRecording();
     engine().feed({0.5F, 0.25F});
@@ -259,7 +265,7 @@ TEST_F(AudioServiceRecording, SamplesFromBeforeGoInFrontOfTheTake) {
 TEST_F(AudioServiceRecording, ABufferTooShortForOneSampleIsDropped) {
     host.inputFormat = {48000.0, 1};
     service->startRecording();
-    hear({0.5F, 0.5F});
+    hear({0.25F, 0.25F});
     EXPECT_EQ(service->audioLevel(), 0.0);
     hear({0.5F, 0.5F, 0.5F});
     EXPECT_EQ(service->audioLevel(), 0.375);

@@ -66,6 +66,11 @@ TEST(CaptureFormat, TapSizeIsTheNearestThatLosesTheLeast) {
     EXPECT_EQ(captureFrameCount(192000), 1020U); // 1032 is no nearer
 }
 
+TEST(CaptureFormat, TapSizeWeighsTheLossByTime) {
+    // 1105 frames cut off as much of a sample as 1852 do, but more often.
+    EXPECT_EQ(captureFrameCount(249'000), 1852U);
+}
+
 TEST(CaptureFormat, TapSizeStaysInRangeWhereNothingFits) {
     for (const double rate : {47999.0, 44099.5, 16000.001, 1e9}) {
         SCOPED_TRACE(rate);
@@ -141,8 +146,10 @@ TEST_F(CaptureChainTest, AnEmptyBufferIsDropped) {
 
 TEST_F(CaptureChainTest, ABufferTooShortForOneSampleIsDropped) {
     auto capture = chain({48000.0, 2});
-    EXPECT_FALSE(capture.process(std::vector(4, 0.5F), 1.0F, openGate));
-    EXPECT_TRUE(capture.process(std::vector(6, 0.5F), 1.0F, openGate));
+    EXPECT_FALSE(capture.process(std::vector(4, 0.25F), 1.0F, openGate));
+    const auto next = capture.process(std::vector(6, 0.5F), 1.0F, openGate);
+    ASSERT_TRUE(next);
+    EXPECT_EQ(values(next->samples), std::vector{0.5F}); // the converter never saw the short one
 }
 
 TEST_F(CaptureChainTest, AConverterThatHasNothingReadyDropsTheBuffer) {

@@ -24,15 +24,10 @@ constexpr int patienceMs = 20000;
 
 /// Not by QProcess: the thread sanitizer loses track of a process that forks.
 pid_t spawn(const QStringList& command, int console) {
-    std::vector<std::string> words;
-    for (const QString& word : command) {
-        words.push_back(word.toStdString());
-    }
-    std::vector<char*> arguments;
-    for (std::string& word : words) {
-        arguments.push_back(word.data());
-    }
-    arguments.push_back(nullptr);
+    std::vector<std::string> words(static_cast<std::size_t>(command.size()));
+    std::ranges::transform(command, words.begin(), &QString::toStdString);
+    std::vector<char*> arguments(words.size() + 1); // the last one stays null
+    std::ranges::transform(words, arguments.begin(), [](std::string& word) { return word.data(); });
     posix_spawn_file_actions_t actions{};
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_adddup2(&actions, console, STDIN_FILENO);

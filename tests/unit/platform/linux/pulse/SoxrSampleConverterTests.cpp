@@ -148,7 +148,8 @@ TEST_P(LongTakeTest, TenMinutesLoseLessThanTenMilliseconds) {
     const auto converter =
         SoxrSampleConverter::make({.sampleRate = rate, .channelCount = channels}, speech);
     const auto buffer = tone(440, 0.5, rate, frames, channels);
-    std::vector<float> output(static_cast<std::size_t>(16000.0 / rate * frames));
+    std::vector<float> output(
+        static_cast<std::size_t>(16000.0 / rate * static_cast<double>(frames)));
     std::size_t fed = 0;
     std::size_t got = 0;
     while (static_cast<double>(fed) < 600 * rate) {

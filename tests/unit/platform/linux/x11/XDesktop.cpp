@@ -24,11 +24,13 @@ void end(QProcess& process) {
 
 } // namespace
 
-XServer::XServer() {
+XServer::XServer(const QStringList& extraArguments) {
     // Writes the number of the display that it found free when it is ready.
     m_process.setStandardErrorFile(QProcess::nullDevice());
-    m_process.start(u"Xvfb"_s, {u"-displayfd"_s, u"1"_s, u"-screen"_s, u"0"_s, u"1024x768x24"_s,
-                                u"-nolisten"_s, u"tcp"_s, u"-noreset"_s});
+    m_process.start(u"Xvfb"_s,
+                    QStringList{u"-displayfd"_s, u"1"_s, u"-screen"_s, u"0"_s, u"1024x768x24"_s,
+                                u"-nolisten"_s, u"tcp"_s, u"-noreset"_s} +
+                        extraArguments);
     QByteArray number;
     while (!number.endsWith('\n') && m_process.waitForReadyRead(patience)) {
         number += m_process.readAllStandardOutput();
@@ -87,7 +89,8 @@ ProcessID XDesktop::startTerminal(const QStringList& arguments) {
     const auto before = managed().size();
     const auto pid = static_cast<ProcessID>(
         start(u"xterm"_s, arguments + QStringList{u"-e"_s, u"sleep"_s, u"1000"_s}).processId());
-    return waitUntil([&] { return managed().size() > before; }) ? pid : 0;
+    const bool isShown = waitUntil([&] { return managed().size() > before; });
+    return isShown ? pid : 0;
 }
 
 xcb_window_t XDesktop::open(const WindowOptions& options) {
@@ -117,6 +120,8 @@ xcb_window_t XDesktop::open(const WindowOptions& options) {
     xcb_flush(m_handle);
     if (m_manager != nullptr) {
         std::ignore = waitUntil([&] {
+            // A manager that has just started sleeps on what it read meanwhile, until it is woken.
+            setText(m_root, XCB_ATOM_CUT_BUFFER7, "wake up");
             const auto windows = managed();
             return std::find(windows.begin(), windows.end(), window) != windows.end();
         });

@@ -19,7 +19,7 @@ namespace quorvin::testing {
 /// An X server without a screen, for one test alone.
 class XServer {
 public:
-    XServer();
+    explicit XServer(const QStringList& extraArguments = {});
     ~XServer() { stop(); }
     XServer(const XServer&) = delete;
     XServer& operator=(const XServer&) = delete;

@@ -1,0 +1,65 @@
+#include "platform/linux/freedesktop/XdgApplicationBundle.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+using namespace quorvin;
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+class XdgApplicationBundleTest : public ::testing::Test {
+protected:
+    XdgApplicationBundleTest() {
+        qputenv("HOME", "/home/somebody");
+        qunsetenv("XDG_DATA_HOME");
+        qunsetenv("XDG_CONFIG_HOME");
+    }
+
+    QTemporaryDir prefix;
+    XdgApplicationBundle bundle{prefix.filePath(u"bin"_s)};
+};
+
+} // namespace
+
+TEST_F(XdgApplicationBundleTest, TheVersionIsThatOfTheBuild) {
+    EXPECT_EQ(bundle.version(), QStringLiteral(EXPECTED_VERSION));
+}
+
+TEST_F(XdgApplicationBundleTest, ResourcesStandBesideTheDirectoryOfTheProgram) {
+    EXPECT_EQ(bundle.resource(u"ui-pop"_s, u"mp3"_s), std::nullopt);
+    QDir(prefix.path()).mkpath(u"share/quorvin"_s);
+    QFile file(prefix.filePath(u"share/quorvin/ui-pop.mp3"_s));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    EXPECT_EQ(bundle.resource(u"ui-pop"_s, u"mp3"_s), file.fileName());
+    EXPECT_EQ(bundle.resource(u"ui-pop"_s, u"wav"_s), std::nullopt);
+}
+
+TEST_F(XdgApplicationBundleTest, TheUsersDirectoriesFollowTheHome) {
+    EXPECT_EQ(bundle.homeDirectory(), u"/home/somebody"_s);
+    EXPECT_EQ(bundle.applicationSupportDirectory(), u"/home/somebody/.local/share"_s);
+    EXPECT_EQ(settingsFilePath(), u"/home/somebody/.config/quorvin/settings.json"_s);
+}
+
+TEST_F(XdgApplicationBundleTest, TheUsersDirectoriesMayBeElsewhere) {
+    qputenv("XDG_DATA_HOME", "/data");
+    qputenv("XDG_CONFIG_HOME", "/configuration");
+    EXPECT_EQ(bundle.applicationSupportDirectory(), u"/data"_s);
+    EXPECT_EQ(settingsFilePath(), u"/configuration/quorvin/settings.json"_s);
+}
+
+TEST_F(XdgApplicationBundleTest, TemporaryFilesGoWhereTheUserWantsThem) {
+    qputenv("TMPDIR", "/scratch");
+    EXPECT_EQ(bundle.temporaryDirectory(), u"/scratch"_s);
+    qunsetenv("TMPDIR");
+    EXPECT_EQ(bundle.temporaryDirectory(), u"/tmp"_s);
+}
+
+TEST_F(XdgApplicationBundleTest, TheProcessIsThisOne) {
+    EXPECT_EQ(bundle.processIdentifier(), getpid());
+    EXPECT_GE(bundle.processorCount(), 1);
+}

@@ -1,0 +1,85 @@
+#pragma once
+
+#include "platform/linux/terminals/LinuxTerminalAutomation.h"
+#include "support/VirtualScheduler.h"
+#include "support/WaitUntil.h"
+#include "support/fakes/FakeProcessTable.h"
+#include "support/fakes/FakeWorkspace.h"
+
+#include <QDBusConnection>
+#include <QHash>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <memory>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+namespace quorvin::testing {
+
+/// The windows of a desktop, laid out by hand.
+class FakeTerminalWindows final : public TerminalWindows {
+public:
+    [[nodiscard]] std::vector<TerminalWindow> windows() override { return present; }
+    void raise(WindowID window) override { raised.push_back(window); }
+    [[nodiscard]] std::uint32_t time() override { return 123'456; }
+
+    std::vector<TerminalWindow> present;
+    std::vector<WindowID> raised;
+};
+
+/// A message bus for one test alone, and a way onto it for a stand-in of a terminal.
+class PrivateBus {
+public:
+    PrivateBus();
+    ~PrivateBus();
+    PrivateBus(const PrivateBus&) = delete;
+    PrivateBus& operator=(const PrivateBus&) = delete;
+
+    /// A connection of its own at each call; they end with this object.
+    [[nodiscard]] QDBusConnection connect();
+    /// Stops the daemon, so that it takes questions and never answers, or lets it go on.
+    void freeze();
+    void thaw();
+
+private:
+    QProcess m_daemon;
+    QString m_address;
+    QStringList m_connections;
+};
+
+/// Terminals and shells of a machine that is laid out by hand, on a virtual clock.
+class AutomationTest : public ::testing::Test {
+protected:
+    using Environment = QHash<QByteArray, QByteArray>;
+
+    ~AutomationTest() override;
+
+    /// A process that is on no terminal device, such as a terminal.
+    void addProgram(ProcessID pid, ProcessID parent = 1);
+    /// A process on a terminal device, such as "pts/3".
+    void addShell(ProcessID pid, ProcessID parent, const QString& terminal,
+                  const Environment& environment);
+
+    /// The automation of that machine; made at the first call.
+    LinuxTerminalAutomation& automation();
+    void endAutomation() { m_automation.reset(); }
+    /// Begins to focus a tab; the answer appears in the returned place.
+    std::shared_ptr<std::optional<TabFocus>> beginFocus(const QString& tty);
+    /// Focuses a tab and waits for the answer.
+    TabFocus focus(const QString& tty);
+
+    VirtualScheduler scheduler;
+    FakeWorkspace workspace;
+    FakeTerminalWindows windows;
+    QTemporaryDir directory; // for the environments, and for what a test puts there
+    FakeProcesses processes;
+    QDBusConnection bus{QStringLiteral("no bus")};
+    QString tmux;
+
+private:
+    std::unique_ptr<LinuxTerminalAutomation> m_automation;
+};
+
+} // namespace quorvin::testing
