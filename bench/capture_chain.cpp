@@ -43,7 +43,7 @@ void capture_chain(benchmark::State& state) {
         }
     }
     const double bufferSeconds = static_cast<double>(frames) / hardware.sampleRate;
-    state.counters["percent_of_real_time"] =
+    state.counters["real_time_percent"] =
         benchmark::Counter(bufferSeconds / 100, benchmark::Counter::kIsIterationInvariantRate |
                                                     benchmark::Counter::kInvert);
 }

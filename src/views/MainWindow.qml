@@ -85,6 +85,26 @@ ApplicationWindow {
             draft: window.appState.draftText
             onEdited: text => window.appState.draftText = text
         }
+        RowLayout {
+            Layout.fillWidth: true
+            spacing: Look.spacing
+
+            readonly property bool hasSomething: window.appState.draftText !== ""
+                                                 || window.appState.attachedImages.length > 0
+
+            ActionButton {
+                Layout.fillWidth: true
+                text: "Claude"
+                enabled: parent.hasSomething
+                onClicked: window.appState.sendToClaude()
+            }
+            ActionButton {
+                Layout.fillWidth: true
+                text: "OpenCode"
+                enabled: parent.hasSomething
+                onClicked: window.appState.sendToOpenCode()
+            }
+        }
         ActivityList {
             Layout.fillWidth: true
             Layout.preferredHeight: 132
@@ -92,33 +112,33 @@ ApplicationWindow {
         }
     }
 
-    Popup {
-        anchors.centerIn: Overlay.overlay
-        modal: true
+    Sheet {
         visible: window.appState.showError
-        closePolicy: Popup.CloseOnEscape | Popup.CloseOnPressOutside
-        padding: 20
         onClosed: window.appState.dismissError()
-        background: Rectangle {
-            color: Look.surface
-            radius: Look.radius
-            border.color: Look.border
+
+        Text {
+            Layout.maximumWidth: window.width - 120
+            text: window.appState.errorMessage
+            textFormat: Text.PlainText
+            wrapMode: Text.Wrap
+            color: Look.text
+            font.pixelSize: 14
+            Accessible.name: text
+            Accessible.role: Accessible.AlertMessage
         }
-        contentItem: ColumnLayout {
-            spacing: Look.spacing
-            Text {
-                Layout.maximumWidth: window.width - 120
-                text: window.appState.errorMessage
-                textFormat: Text.PlainText
-                wrapMode: Text.Wrap
-                color: Look.text
-                font.pixelSize: 14
-            }
-            Button {
-                Layout.alignment: Qt.AlignRight
-                text: qsTr("OK")
-                onClicked: window.appState.dismissError()
-            }
+        ActionButton {
+            Layout.alignment: Qt.AlignRight
+            text: qsTr("OK")
+            focus: true
+            onClicked: window.appState.dismissError()
         }
+    }
+
+    SessionPicker {
+        visible: window.appState.showSessionPicker
+        agentName: window.appState.sessionPickerTitle
+        sessions: window.appState.sessionPickerSessions
+        onClosed: window.appState.showSessionPicker = false
+        onPicked: session => window.appState.sendToPickedSession(session)
     }
 }

@@ -3,6 +3,7 @@
 #include "platform/Workspace.h"
 
 #include <QList>
+#include <QMetaType>
 #include <QString>
 
 #include <optional>
@@ -14,6 +15,11 @@ enum class AgentType { claude, opencode };
 
 /// One agent that runs in a terminal, as a scan has seen it; it may have ended since.
 struct AgentSessionInfo {
+    Q_GADGET
+    Q_PROPERTY(QString title MEMBER title CONSTANT)
+    Q_PROPERTY(QString terminal READ terminal CONSTANT)
+
+public:
     /// Identity for lists, always equal to `pid`.
     ProcessID id = 0;
     ProcessID pid = 0;
@@ -24,6 +30,9 @@ struct AgentSessionInfo {
     std::optional<QString> tty;
     /// One of `terminalApps`; absent when none of them runs.
     std::optional<QString> terminalBundleID;
+
+    /// The terminal device for the eye; empty when there is none.
+    [[nodiscard]] QString terminal() const { return tty.value_or(QString()); }
 
     bool operator==(const AgentSessionInfo&) const = default;
 };

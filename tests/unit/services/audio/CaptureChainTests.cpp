@@ -63,7 +63,7 @@ TEST(CaptureFormat, TapSizeIsTheNearestThatLosesTheLeast) {
     EXPECT_EQ(captureFrameCount(16000), 1024U);
     EXPECT_EQ(captureFrameCount(32000), 1024U);
     EXPECT_EQ(captureFrameCount(8000), 1024U);
-    EXPECT_EQ(captureFrameCount(192000), 1020U); // 1032 is no nearer
+    EXPECT_EQ(captureFrameCount(192000), 1020U); // 1032 lies farther off
 }
 
 TEST(CaptureFormat, TapSizeWeighsTheLossByTime) {

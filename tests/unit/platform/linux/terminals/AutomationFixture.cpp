@@ -34,9 +34,13 @@ QDBusConnection PrivateBus::connect() {
     return QDBusConnection::connectToBus(m_address, name);
 }
 
-void PrivateBus::freeze() { kill(static_cast<pid_t>(m_daemon.processId()), SIGSTOP); }
+void PrivateBus::freeze() {
+    kill(static_cast<pid_t>(m_daemon.processId()), SIGSTOP);
+}
 
-void PrivateBus::thaw() { kill(static_cast<pid_t>(m_daemon.processId()), SIGCONT); }
+void PrivateBus::thaw() {
+    kill(static_cast<pid_t>(m_daemon.processId()), SIGCONT);
+}
 
 AutomationTest::~AutomationTest() = default;
 

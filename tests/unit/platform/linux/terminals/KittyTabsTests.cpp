@@ -17,13 +17,17 @@ using ::testing::IsEmpty;
 
 namespace {
 
-QJsonObject process(ProcessID pid) { return {{u"pid"_s, pid}}; }
+QJsonObject process(ProcessID pid) {
+    return {{u"pid"_s, pid}};
+}
 
 QJsonObject kittyWindow(int id, ProcessID shell, const QJsonArray& foreground = {}) {
     return {{u"id"_s, id}, {u"pid"_s, shell}, {u"foreground_processes"_s, foreground}};
 }
 
-QJsonObject tab(const QJsonArray& kittyWindows) { return {{u"windows"_s, kittyWindows}}; }
+QJsonObject tab(const QJsonArray& kittyWindows) {
+    return {{u"windows"_s, kittyWindows}};
+}
 
 QJsonObject systemWindow(int number, const QJsonArray& tabs) {
     return {{u"platform_window_id"_s, number}, {u"tabs"_s, tabs}};

@@ -1,6 +1,7 @@
 #include "unit/platform/linux/terminals/AutomationFixture.h"
 
 #include <QFile>
+#include <QRegularExpression>
 
 #include <gmock/gmock.h>
 
@@ -24,7 +25,7 @@ protected:
                          "for argument; do printf '%s|' \"$argument\"; done >> calls\n"
                          "echo >> calls\n"
                          ". ./behaviour\n"
-                         "[ -f \"$3\" ] && cat \"$3\"\n");
+                         "if [ -f \"$3\" ]; then cat \"$3\"; fi\n");
         QFile(tmux).setPermissions(QFile::ReadOwner | QFile::ExeOwner);
         behave("[ -f \"$3\" ] || [ \"${3#list}\" = \"$3\" ] || exit 1");
 

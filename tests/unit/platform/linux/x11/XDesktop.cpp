@@ -89,8 +89,7 @@ ProcessID XDesktop::startTerminal(const QStringList& arguments) {
     const auto before = managed().size();
     const auto pid = static_cast<ProcessID>(
         start(u"xterm"_s, arguments + QStringList{u"-e"_s, u"sleep"_s, u"1000"_s}).processId());
-    const bool isShown = waitUntil([&] { return managed().size() > before; });
-    return isShown ? pid : 0;
+    return waitUntil([&] { return managed().size() > before; }) ? pid : 0;
 }
 
 xcb_window_t XDesktop::open(const WindowOptions& options) {
@@ -120,8 +119,6 @@ xcb_window_t XDesktop::open(const WindowOptions& options) {
     xcb_flush(m_handle);
     if (m_manager != nullptr) {
         std::ignore = waitUntil([&] {
-            // A manager that has just started sleeps on what it read meanwhile, until it is woken.
-            setText(m_root, XCB_ATOM_CUT_BUFFER7, "wake up");
             const auto windows = managed();
             return std::find(windows.begin(), windows.end(), window) != windows.end();
         });
@@ -147,7 +144,10 @@ void XDesktop::iconify(xcb_window_t window) {
 bool XDesktop::focus(xcb_window_t window) {
     constexpr std::uint32_t byThePager = 2;
     sendToRoot(window, "_NET_ACTIVE_WINDOW", byThePager, XCB_CURRENT_TIME);
-    return waitUntil([&] { return hasFocus(window); });
+    return waitUntil([&] {
+        return hasFocus(window) &&
+               numbers(m_root, "_NET_ACTIVE_WINDOW") == std::vector<std::uint32_t>{window};
+    });
 }
 
 bool XDesktop::hasFocus(xcb_window_t window) {

@@ -1,0 +1,28 @@
+import QtQuick
+import QtQuick.Controls
+import Quorvin
+
+/// A plain button.
+Button {
+    id: button
+
+    implicitHeight: 36
+    padding: Look.spacing
+    focusPolicy: Qt.StrongFocus
+    font.pixelSize: 14
+    Accessible.name: text
+
+    background: Rectangle {
+        radius: Look.radius
+        color: button.down ? Look.border : button.hovered ? Qt.lighter(Look.surface, 1.3) : Look.surface
+        border.color: button.visualFocus ? Look.accent : Look.border
+    }
+    contentItem: Text {
+        text: button.text
+        font: button.font
+        color: Look.text
+        opacity: button.enabled ? 1 : 0.4
+        horizontalAlignment: Text.AlignHCenter
+        verticalAlignment: Text.AlignVCenter
+    }
+}
