@@ -34,7 +34,7 @@ void capture_chain(benchmark::State& state) {
     CaptureChain chain(TapInput(hardware, SoxrSampleConverter::make(hardware, targetFormat)));
 
     std::size_t first = 0;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         const auto buffer = std::span(second).subspan(first, frames * hardware.channelCount);
         benchmark::DoNotOptimize(chain.process(buffer, 2.0F, 0.015F));
         first += buffer.size();

@@ -18,7 +18,7 @@ void spectrum(benchmark::State& state) {
         samples[n] = static_cast<float>(0.3 * std::sin(140 * phase) + 0.2 * std::sin(1130 * phase));
     }
     Spectrum analyzer;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         benchmark::DoNotOptimize(analyzer.computeFFTBands(samples));
     }
 }

@@ -33,7 +33,10 @@ void FigureReporter::reportRun(const Run& run) {
     const std::string& arguments = run.run_name.args;
     const std::string name =
         run.run_name.function_name + (arguments.empty() ? "" : "/" + arguments);
-    reportFigure(name, run.GetAdjustedRealTime(), benchmark::GetTimeUnitString(run.time_unit));
+    // A case that measures the time on the wall says so, by UseRealTime or UseManualTime.
+    const bool isWallTime = !run.run_name.time_type.empty();
+    reportFigure(name, isWallTime ? run.GetAdjustedRealTime() : run.GetAdjustedCPUTime(),
+                 benchmark::GetTimeUnitString(run.time_unit));
     for (const auto& [counter, value] : run.counters) {
         const std::size_t separator = counter.rfind('_');
         if (separator == std::string::npos) {

@@ -118,8 +118,9 @@ std::optional<QString> AppleScriptTerminalAutomation::run(const QString& script)
 }
 
 Task<bool> AppleScriptTerminalAutomation::checkPermission() {
-    const std::optional<WatchedResult> result = co_await runWatched(
-        m_scheduler, m_children, m_interpreter, arguments(systemEventsScript()), watchdogLimit);
+    const QStringList script = arguments(systemEventsScript());
+    const std::optional<WatchedResult> result =
+        co_await runWatched(m_scheduler, m_children, m_interpreter, script, watchdogLimit);
     if (!result) {
         co_return false;
     }

@@ -31,7 +31,8 @@ QString XdgApplicationBundle::homeDirectory() const {
 }
 
 QString XdgApplicationBundle::temporaryDirectory() const {
-    return QDir::tempPath();
+    const QString path = QDir::tempPath(); // empty when TMPDIR names no directory
+    return path.isEmpty() ? u"/tmp"_s : path;
 }
 
 std::optional<QString> XdgApplicationBundle::applicationSupportDirectory() const {

@@ -82,7 +82,9 @@ Task<TabControl::Answer> KittyTabs::show(TerminalSession session,
         co_return Answer{};
     }
     const QByteArray socket = address.sliced(socketScheme.size());
-    const std::optional<QJsonValue> listing = co_await request(socket, u"ls"_s, {});
+    const QString list = u"ls"_s;
+    const QJsonObject everything;
+    const std::optional<QJsonValue> listing = co_await request(socket, list, everything);
     if (!listing) {
         co_return Answer{};
     }
@@ -91,8 +93,9 @@ Task<TabControl::Answer> KittyTabs::show(TerminalSession session,
     if (!window) {
         co_return Answer{}; // another terminal that was started in kitty has its environment
     }
+    const QString focus = u"focus-window"_s;
     const QJsonObject match{{u"match"_s, u"id:%1"_s.arg(window->id)}};
-    const auto focused = co_await request(socket, u"focus-window"_s, match);
+    const auto focused = co_await request(socket, focus, match);
     co_return focused ? Answer{TabFocus::Result::found, window->systemWindow} : Answer{};
 }
 

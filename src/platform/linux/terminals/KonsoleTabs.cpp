@@ -32,8 +32,8 @@ Task<TabControl::Answer> KonsoleTabs::show(TerminalSession session,
     if (!konsole) {
         co_return Answer{};
     }
-    const QStringList windows =
-        sortedByNumber(co_await m_bus.children(konsole->service, windowsPath));
+    const QStringList children = co_await m_bus.children(konsole->service, windowsPath);
+    const QStringList windows = sortedByNumber(children);
     for (qsizetype index = 0; index < windows.size(); ++index) {
         const QString path = windowsPath + u'/' + windows[index];
         const std::optional<int> number =
@@ -41,9 +41,9 @@ Task<TabControl::Answer> KonsoleTabs::show(TerminalSession session,
         if (!number) {
             continue;
         }
+        const auto select = windowMethod(konsole->service, path, u"setCurrentSession"_s);
         const QVariantList arguments{*number};
-        const auto selected = co_await m_bus.call(
-            windowMethod(konsole->service, path, u"setCurrentSession"_s), arguments);
+        const auto selected = co_await m_bus.call(select, arguments);
         if (!selected) {
             co_return Answer{};
         }
@@ -69,11 +69,13 @@ Task<std::optional<KonsoleTabs::Process>> KonsoleTabs::processOf(TerminalSession
 Task<std::optional<int>> KonsoleTabs::sessionNumber(QString service, QString windowPath,
                                                     QString tty,
                                                     const TerminalProcesses& processes) {
-    const auto list = co_await m_bus.call(windowMethod(service, windowPath, u"sessionList"_s));
+    const QVariantList nothing;
+    const auto sessionList = windowMethod(service, windowPath, u"sessionList"_s);
+    const auto list = co_await m_bus.call(sessionList, nothing);
     for (const QString& number : list ? list->value(0).toStringList() : QStringList()) {
         const SessionBus::Method processId{service, u"/Sessions/"_s + number,
                                            u"org.kde.konsole.Session"_s, u"processId"_s};
-        const auto shell = co_await m_bus.call(processId);
+        const auto shell = co_await m_bus.call(processId, nothing);
         if (shell && processes.isOn(shell->value(0).toInt(), tty)) {
             co_return number.toInt();
         }

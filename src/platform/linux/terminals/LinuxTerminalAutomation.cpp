@@ -121,7 +121,8 @@ Task<bool> LinuxTerminalAutomation::checkPermission() {
     try {
         const SessionBus::Method identify{u"org.freedesktop.DBus"_s, u"/org/freedesktop/DBus"_s,
                                           u"org.freedesktop.DBus"_s, u"GetId"_s};
-        const auto answer = co_await m_bus.call(identify, QVariantList(), watchdogLimit);
+        const QVariantList nothing;
+        const auto answer = co_await m_bus.call(identify, nothing, watchdogLimit);
         co_return answer.has_value();
     } catch (const AutomationEnded&) {
         co_return false;

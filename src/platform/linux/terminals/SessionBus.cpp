@@ -24,6 +24,9 @@ SessionBus::SessionBus(Scheduler& scheduler, QDBusConnection connection)
 
 Task<std::optional<QVariantList>> SessionBus::call(Method method, QVariantList arguments,
                                                    Scheduler::Duration limit) {
+    if (!m_connection.isConnected()) {
+        co_return std::nullopt; // a call would never end
+    }
     QDBusMessage message =
         QDBusMessage::createMethodCall(method.service, method.path, method.interface, method.name);
     message.setArguments(arguments);
@@ -45,20 +48,25 @@ Task<std::optional<QVariantList>> SessionBus::call(Method method, QVariantList a
 }
 
 Task<std::optional<ProcessID>> SessionBus::processOf(QString service) {
+    const Method ask = daemonMethod(u"GetConnectionUnixProcessID"_s);
     const QVariantList arguments{service};
-    const auto reply = co_await call(daemonMethod(u"GetConnectionUnixProcessID"_s), arguments);
+    const auto reply = co_await call(ask, arguments, usualLimit);
     co_return reply ? std::optional(static_cast<ProcessID>(reply->value(0).toUInt()))
                     : std::nullopt;
 }
 
 Task<QStringList> SessionBus::services() {
-    const auto reply = co_await call(daemonMethod(u"ListNames"_s));
+    const Method list = daemonMethod(u"ListNames"_s);
+    const QVariantList arguments;
+    const auto reply = co_await call(list, arguments, usualLimit);
     co_return reply ? reply->value(0).toStringList() : QStringList();
 }
 
 Task<QStringList> SessionBus::children(QString service, QString path) {
-    const auto reply =
-        co_await call({service, path, u"org.freedesktop.DBus.Introspectable"_s, u"Introspect"_s});
+    const Method introspect{service, path, u"org.freedesktop.DBus.Introspectable"_s,
+                            u"Introspect"_s};
+    const QVariantList arguments;
+    const auto reply = co_await call(introspect, arguments, usualLimit);
     QStringList names;
     QXmlStreamReader xml(reply ? reply->value(0).toString() : QString());
     while (!xml.atEnd()) {

@@ -30,7 +30,7 @@ public:
     // All throw AutomationEnded when this object goes meanwhile.
 
     /// What the operation returns; absent when it fails or has not answered within `limit`.
-    [[nodiscard]] Task<std::optional<QVariantList>> call(Method method, QVariantList arguments = {},
+    [[nodiscard]] Task<std::optional<QVariantList>> call(Method method, QVariantList arguments,
                                                          Scheduler::Duration limit = usualLimit);
 
     /// The process that owns a name on the bus.

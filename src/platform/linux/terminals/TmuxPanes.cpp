@@ -114,7 +114,8 @@ Task<TmuxPanes::Answer> TmuxPanes::show(TerminalSession session) {
     if (!place) {
         co_return Answer{TabFocus::Result::notFound, {}};
     }
-    const auto selected = co_await run(socket, commandsFor(*place));
+    const QStringList commands = commandsFor(*place);
+    const auto selected = co_await run(socket, commands);
     co_return selected ? Answer{TabFocus::Result::found, place->client.tty}
                        : Answer{TabFocus::Result::notFound, {}};
 }

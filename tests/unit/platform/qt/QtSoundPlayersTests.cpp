@@ -42,7 +42,7 @@ protected:
             for (const auto* player : {&first, &second, &third, &first, &second, &third}) {
                 (*player)->playFromStart();
             }
-            if (timer.elapsed() > 1000) {
+            if (timer.elapsed() > 5000) {
                 std::exit(1);
             }
         }
@@ -89,5 +89,5 @@ TEST_F(QtSoundPlayersTest, ASoundServerThatNeverAnswersHoldsUpNobody) {
             playAndExit();
         },
         ::testing::ExitedWithCode(0), "");
-    EXPECT_LT(timer.elapsed(), 5000) << "the process did not end";
+    EXPECT_LT(timer.elapsed(), 15000) << "the process did not end";
 }

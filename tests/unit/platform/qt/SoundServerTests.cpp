@@ -127,18 +127,18 @@ TEST_F(SoundServerTest, ASoundIsHeardWholeAtItsVolumeAndRate) {
 }
 
 TEST_F(SoundServerTest, ASoundThatRunsStartsAnew) {
+    writeTone(path, wavFormat, 3, 0.5);
     startServer();
     const auto player = players.make(path);
     Recorder recorder(u"out"_s);
     player->playFromStart();
     recorder.waitForSound();
-    recorder.waitForSeconds(0.2);
+    recorder.waitForSeconds(0.5);
     player->playFromStart();
-    waitForInputs(1);
-    recorder.waitForSeconds(1.5);
+    recorder.waitForSeconds(5);
     EXPECT_LT(recorder.loudest(), 32767 * 0.55) << "two at a time";
-    EXPECT_GT(recorder.soundSeconds(), 0.75);
-    EXPECT_LT(recorder.soundSeconds(), 1.2);
+    EXPECT_GT(recorder.soundSeconds(), 3.2) << "it did not start anew";
+    EXPECT_LT(recorder.soundSeconds(), 5.4) << "one after the other";
 }
 
 TEST_F(SoundServerTest, AfterItsEndASoundNoLongerKeepsTheDeviceAwake) {
@@ -190,7 +190,7 @@ TEST_F(SoundServerTest, AFrozenServerHoldsUpNobody) {
     for (int i = 0; i < 20; ++i) {
         player->playFromStart();
     }
-    EXPECT_LT(timer.elapsed(), 100);
+    EXPECT_LT(timer.elapsed(), 1000);
     server.thaw();
     waitForInputs(1);
 }

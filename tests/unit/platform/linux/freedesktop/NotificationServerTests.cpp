@@ -2,6 +2,8 @@
 #include "unit/platform/linux/freedesktop/NotificationServer.h"
 #include "unit/platform/linux/freedesktop/PrivateBus.h"
 
+#include <QDBusMessage>
+#include <QDBusPendingCall>
 #include <QElapsedTimer>
 #include <QFile>
 
@@ -19,8 +21,16 @@ class NotificationServerTest : public ::testing::Test {
 protected:
     void startServer() { server = std::make_unique<NotificationServer>(bus.connect()); }
     FreedesktopNotifications& startProgram() {
-        notifications = std::make_unique<FreedesktopNotifications>(bus.connect());
+        programBus = bus.connect();
+        notifications = std::make_unique<FreedesktopNotifications>(programBus);
         return *notifications;
+    }
+    /// Returns when the program knows all that has happened on the bus until now.
+    void letTheProgramHear() const {
+        QDBusMessage message = QDBusMessage::createMethodCall(
+            u"org.freedesktop.DBus"_s, u"/"_s, u"org.freedesktop.DBus"_s, u"GetId"_s);
+        const QDBusPendingCall answer = programBus.asyncCall(message);
+        ASSERT_TRUE(waitUntil([&] { return answer.isFinished(); }));
     }
     void add(const QString& identifier, const QString& title, const QString& body = {}) {
         notifications->add({.identifier = identifier,
@@ -49,6 +59,7 @@ protected:
     }
 
     PrivateBus bus;
+    QDBusConnection programBus{QString()};
     std::unique_ptr<NotificationServer> server;
     std::unique_ptr<FreedesktopNotifications> notifications;
     int completions = 0;
@@ -168,6 +179,7 @@ TEST_F(NotificationServerTest, AnotherServerKnowsNothingOfOldBanners) {
     addAndFinish(u"error"_s, u"first"_s);
     server.reset();
     startServer();
+    letTheProgramHear();
     addAndFinish(u"error"_s, u"second"_s, u"a < b"_s);
     ASSERT_EQ(server->calls.size(), 1U);
     EXPECT_EQ(server->calls.front().replacesId, 0U);

@@ -33,8 +33,8 @@ PrivateBus::PrivateBus() {
         filePath(u"bus.conf"_s),
         u"<busconfig><type>session</type><listen>unix:dir=%1</listen>"
         "<servicedir>%1/services</servicedir><policy context='default'>"
-        "<allow send_destination='*' eavesdrop='true'/><allow own='*'/></policy></busconfig>"_s.arg(
-            m_directory.path()));
+        "<allow send_destination='*'/><allow receive_sender='*'/><allow own='*'/></policy></busconfig>"_s
+            .arg(m_directory.path()));
 }
 
 PrivateBus::~PrivateBus() {
@@ -65,7 +65,7 @@ void PrivateBus::kill() {
 }
 
 void PrivateBus::start() {
-    m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    m_process.setStandardErrorFile(QProcess::nullDevice());
     m_process.start(u"dbus-daemon"_s, {u"--config-file="_s + filePath(u"bus.conf"_s), u"--nofork"_s,
                                        u"--print-address"_s});
     while (!m_process.canReadLine()) {

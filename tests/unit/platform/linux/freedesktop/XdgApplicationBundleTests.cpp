@@ -53,8 +53,12 @@ TEST_F(XdgApplicationBundleTest, TheUsersDirectoriesMayBeElsewhere) {
 }
 
 TEST_F(XdgApplicationBundleTest, TemporaryFilesGoWhereTheUserWantsThem) {
-    qputenv("TMPDIR", "/scratch");
-    EXPECT_EQ(bundle.temporaryDirectory(), u"/scratch"_s);
+    qputenv("TMPDIR", prefix.path().toLocal8Bit());
+    EXPECT_EQ(bundle.temporaryDirectory(), prefix.path());
+    for (const char* unusable : {"/nowhere", ""}) {
+        qputenv("TMPDIR", unusable);
+        EXPECT_EQ(bundle.temporaryDirectory(), u"/tmp"_s) << unusable;
+    }
     qunsetenv("TMPDIR");
     EXPECT_EQ(bundle.temporaryDirectory(), u"/tmp"_s);
 }

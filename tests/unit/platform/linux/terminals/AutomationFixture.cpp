@@ -1,5 +1,6 @@
 #include "unit/platform/linux/terminals/AutomationFixture.h"
 
+#include <QDBusConnectionInterface>
 #include <QDir>
 #include <QFile>
 
@@ -9,37 +10,14 @@ namespace quorvin::testing {
 
 using namespace Qt::Literals::StringLiterals;
 
-PrivateBus::PrivateBus() {
-    m_daemon.setStandardErrorFile(QProcess::nullDevice());
-    m_daemon.start(u"dbus-daemon"_s,
-                   {u"--session"_s, u"--nofork"_s, u"--nopidfile"_s, u"--print-address"_s});
-    constexpr int patience = 10'000; // milliseconds
-    while (!m_daemon.canReadLine() && m_daemon.waitForReadyRead(patience)) {
-    }
-    m_address = QString::fromUtf8(m_daemon.readLine()).trimmed();
+FrozenBus::FrozenBus(const QDBusConnection& connection)
+    : m_daemon(static_cast<ProcessID>(
+          connection.interface()->servicePid(u"org.freedesktop.DBus"_s).value())) {
+    kill(m_daemon, SIGSTOP);
 }
 
-PrivateBus::~PrivateBus() {
-    thaw();
-    for (const QString& name : m_connections) {
-        QDBusConnection::disconnectFromBus(name);
-    }
-    m_daemon.kill();
-    m_daemon.waitForFinished();
-}
-
-QDBusConnection PrivateBus::connect() {
-    const QString name = u"private-%1-%2"_s.arg(m_daemon.processId()).arg(m_connections.size());
-    m_connections.append(name);
-    return QDBusConnection::connectToBus(m_address, name);
-}
-
-void PrivateBus::freeze() {
-    kill(static_cast<pid_t>(m_daemon.processId()), SIGSTOP);
-}
-
-void PrivateBus::thaw() {
-    kill(static_cast<pid_t>(m_daemon.processId()), SIGCONT);
+FrozenBus::~FrozenBus() {
+    kill(m_daemon, SIGCONT);
 }
 
 AutomationTest::~AutomationTest() = default;

@@ -2,13 +2,12 @@
 
 #include "platform/linux/terminals/LinuxTerminalAutomation.h"
 #include "support/VirtualScheduler.h"
-#include "support/WaitUntil.h"
 #include "support/fakes/FakeProcessTable.h"
 #include "support/fakes/FakeWorkspace.h"
+#include "unit/platform/linux/freedesktop/PrivateBus.h"
 
 #include <QDBusConnection>
 #include <QHash>
-#include <QProcess>
 #include <QTemporaryDir>
 
 #include <memory>
@@ -29,24 +28,16 @@ public:
     std::vector<WindowID> raised;
 };
 
-/// A message bus for one test alone, and a way onto it for a stand-in of a terminal.
-class PrivateBus {
+/// Stops a message bus, so that it takes questions and never answers, for as long as this lives.
+class FrozenBus {
 public:
-    PrivateBus();
-    ~PrivateBus();
-    PrivateBus(const PrivateBus&) = delete;
-    PrivateBus& operator=(const PrivateBus&) = delete;
-
-    /// A connection of its own at each call; they end with this object.
-    [[nodiscard]] QDBusConnection connect();
-    /// Stops the daemon, so that it takes questions and never answers, or lets it go on.
-    void freeze();
-    void thaw();
+    explicit FrozenBus(const QDBusConnection& connection);
+    ~FrozenBus();
+    FrozenBus(const FrozenBus&) = delete;
+    FrozenBus& operator=(const FrozenBus&) = delete;
 
 private:
-    QProcess m_daemon;
-    QString m_address;
-    QStringList m_connections;
+    ProcessID m_daemon;
 };
 
 /// Terminals and shells of a machine that is laid out by hand, on a virtual clock.

@@ -87,7 +87,7 @@ TEST_F(KonsoleTabsTest, ASessionThatKonsoleDoesNotKnowIsNotFoundButItsWindowIsRa
 TEST_F(KonsoleTabsTest, ABusThatDoesNotAnswerCostsASecondAQuestion) {
     konsole.own(u"org.kde.konsole"_s);
     addShell(103, terminal, u"pts/4"_s, {{"WINDOWID", "5002"}});
-    privateBus.freeze();
+    const FrozenBus frozen(bus);
     const auto answer = beginFocus(u"/dev/pts/4"_s);
     scheduler.advance(3s); // the names, the name in the environment, and nothing more
     EXPECT_TRUE(answer->has_value());
@@ -96,7 +96,7 @@ TEST_F(KonsoleTabsTest, ABusThatDoesNotAnswerCostsASecondAQuestion) {
 }
 
 TEST_F(KonsoleTabsTest, TheAutomationMayGoWhileKonsoleIsAsked) {
-    privateBus.freeze();
+    const FrozenBus frozen(bus);
     const auto answer = beginFocus(u"/dev/pts/2"_s);
     endAutomation();
     ASSERT_TRUE(answer->has_value());

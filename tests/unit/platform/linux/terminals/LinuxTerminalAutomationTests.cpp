@@ -142,7 +142,7 @@ TEST_F(AutomationPermissionTest, IsDeniedWithoutABus) {
 
 TEST_F(AutomationPermissionTest, IsDeniedWhenTheBusHasNotAnsweredAfterThreeSeconds) {
     bus = privateBus.connect();
-    privateBus.freeze();
+    const FrozenBus frozen(bus);
     const auto answer = check();
     scheduler.advance(2999ms);
     EXPECT_EQ(*answer, std::nullopt);
@@ -152,7 +152,7 @@ TEST_F(AutomationPermissionTest, IsDeniedWhenTheBusHasNotAnsweredAfterThreeSecon
 
 TEST_F(AutomationPermissionTest, IsDeniedWhenTheAutomationGoesMeanwhile) {
     bus = privateBus.connect();
-    privateBus.freeze();
+    const FrozenBus frozen(bus);
     const auto answer = check();
     endAutomation();
     EXPECT_EQ(*answer, false);

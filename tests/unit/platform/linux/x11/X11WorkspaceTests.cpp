@@ -15,8 +15,8 @@ using ::testing::IsEmpty;
 
 namespace {
 
-constexpr ProcessID editor = 1'000'001; // above what the kernel gives to real processes here
-constexpr ProcessID browser = 1'000'002;
+constexpr ProcessID editor = 2'000'000'001; // above what a kernel gives to a process
+constexpr ProcessID browser = 2'000'000'002;
 constexpr auto stockTerminal = "com.apple.Terminal";
 
 class BareDesktopTest : public ::testing::Test {

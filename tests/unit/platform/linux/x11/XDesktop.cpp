@@ -171,6 +171,8 @@ bool XDesktop::isShown(xcb_window_t window) {
 }
 
 std::vector<xcb_window_t> XDesktop::managed() {
+    // A manager that has just started sleeps on what it has read meanwhile, until it is woken.
+    setText(m_root, XCB_ATOM_CUT_BUFFER7, "wake up");
     return numbers(m_root, "_NET_CLIENT_LIST");
 }
 
