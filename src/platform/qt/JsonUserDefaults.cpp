@@ -18,8 +18,8 @@ namespace {
 
 Q_LOGGING_CATEGORY(lcUserDefaults, "com.quorvin.UserDefaults", QtInfoMsg)
 
-constexpr qint64 maxFileSize = 16 * 1024 * 1024; // far more than any settings
-constexpr int maxLinks = 40;                     // as many as the system follows itself
+constexpr qint64 maxFileSize = 16'000'000; // far more than any settings
+constexpr int maxLinks = 40;               // as many as the system follows itself
 constexpr QFile::Permissions ownerOnly = QFile::ReadOwner | QFile::WriteOwner;
 
 /// The file that `path` leads to, whether or not it exists; a link when they go round in circles.

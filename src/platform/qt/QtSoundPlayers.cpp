@@ -57,9 +57,11 @@ public:
         m_sink->start(source);
         // A sink that has come to its end keeps the device awake. The notice that it gives itself
         // comes when the last samples are handed over, which is too early.
-        const std::chrono::microseconds length(format.durationForBytes(m_clip.samples.size()));
-        QTimer::singleShot(std::chrono::ceil<std::chrono::milliseconds>(length) + longestLatency,
-                           m_sink.get(), [this] { end(); });
+        auto* timer = new QTimer(m_sink.get());
+        QObject::connect(timer, &QTimer::timeout, m_sink.get(), [this] { end(); });
+        const auto byteCount = static_cast<qint32>(m_clip.samples.size());
+        const std::chrono::microseconds length(format.durationForBytes(byteCount));
+        timer->start(std::chrono::ceil<std::chrono::milliseconds>(length) + longestLatency);
     }
 
 private:

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QObject>
 #include <QThread>
 
 #include <functional>
@@ -25,8 +24,10 @@ public:
     [[nodiscard]] bool isRunning() const { return m_thread->isRunning(); }
 
 private:
+    class Worker;
+
     std::unique_ptr<QThread> m_thread;
-    std::unique_ptr<QObject> m_context; ///< lives on the thread
+    std::unique_ptr<Worker> m_worker; ///< lives on the thread
 };
 
 } // namespace quorvin
