@@ -6,6 +6,11 @@ set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_CXX_VISIBILITY_PRESET hidden)
 set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 
+# Clang had coroutines behind an option up to version 15, also in C++20.
+if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 16)
+    add_compile_options(-fcoroutines-ts)
+endif()
+
 set(QUORVIN_SANITIZE "" CACHE STRING "Sanitizers for -fsanitize=, comma separated")
 
 add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
@@ -16,8 +21,7 @@ if(QUORVIN_SANITIZE)
     add_link_options(-fsanitize=${QUORVIN_SANITIZE})
 endif()
 
-# String literals that users see are QStringLiteral or pass through tr-free UTF-8 constructors;
-# implicit conversions from const char* hide encoding mistakes.
+# Implicit conversions between text and bytes hide mistakes of encoding.
 add_compile_definitions(QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS
                         QT_NO_CAST_FROM_BYTEARRAY)
 

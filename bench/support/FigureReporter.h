@@ -6,7 +6,8 @@ namespace quorvin::bench {
 
 /// Prints one line per figure, "name value unit":
 ///
-///     spectrum 4.5 us                  one iteration, in the unit of the benchmark: processor time,
+///     spectrum 4.5 us                  one iteration, in the unit of the benchmark: processor
+///     time,
 ///                                      or time on the wall where the benchmark asks for that
 ///     engine_overhead.child 0.9 ms     a counter of it, here "child_ms"
 ///

@@ -41,11 +41,14 @@ public:
     /// absent when the process has ended or isn't ours to look at.
     [[nodiscard]] virtual std::optional<QString> workingDirectory(ProcessID processIdentifier) = 0;
 
-    /// The processes that have the file `ttyPath` open, in the order of lsof; empty when there are
-    /// none and when there is no such file.
-    [[nodiscard]] virtual std::vector<ProcessID> holders(const QString& ttyPath) = 0;
+    /// The first process, in the order of lsof, that has the file `ttyPath` open and that
+    /// `isWanted` accepts; absent when there is none and when there is no such file. `isWanted` may
+    /// be asked about processes that don't have the file open.
+    [[nodiscard]] virtual std::optional<ProcessID>
+    firstHolder(const QString& ttyPath, const std::function<bool(ProcessID)>& isWanted) = 0;
 
-    /// Absent when the process has ended; 0 for the root of the tree.
+    /// Absent when the process has ended, before the last `rows` at least; 0 for the root of the
+    /// tree.
     [[nodiscard]] virtual std::optional<ProcessID> parent(ProcessID processIdentifier) = 0;
 };
 

@@ -94,12 +94,14 @@ ApplicationWindow {
 
             ActionButton {
                 Layout.fillWidth: true
+                Layout.preferredWidth: 1 // the same for both, whatever their texts
                 text: "Claude"
                 enabled: parent.hasSomething
                 onClicked: window.appState.sendToClaude()
             }
             ActionButton {
                 Layout.fillWidth: true
+                Layout.preferredWidth: 1 // the same for both, whatever their texts
                 text: "OpenCode"
                 enabled: parent.hasSomething
                 onClicked: window.appState.sendToOpenCode()

@@ -14,9 +14,11 @@ SECOND_SENTENCE = "show me the history of this branch"
 class ProgramTest(unittest.TestCase):
     """One desktop for all tests of a class; a user with an empty home for each of them."""
 
+    make_desktop = Desktop
+
     @classmethod
     def setUpClass(cls):
-        cls.desktop = cls.enterClassContext(Desktop())
+        cls.desktop = cls.enterClassContext(cls.make_desktop())
 
     def setUp(self):
         self.home = Home(tempfile.mkdtemp(dir=self.desktop.directory))

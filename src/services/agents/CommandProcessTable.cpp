@@ -88,15 +88,17 @@ std::optional<QString> CommandProcessTable::workingDirectory(ProcessID processId
     return line->mid(1);
 }
 
-std::vector<ProcessID> CommandProcessTable::holders(const QString& ttyPath) {
+std::optional<ProcessID>
+CommandProcessTable::firstHolder(const QString& ttyPath,
+                                 const std::function<bool(ProcessID)>& isWanted) {
     const auto listing = output(m_tools.lsof, {u"-t"_s, ttyPath});
-    std::vector<ProcessID> holders;
     for (const QString& line : listing.value_or(QString()).split(u'\n')) {
-        if (const auto holder = parseProcessID(text::trimmedOfBlanks(line))) {
-            holders.push_back(*holder);
+        const auto holder = parseProcessID(text::trimmedOfBlanks(line));
+        if (holder && isWanted(*holder)) {
+            return holder;
         }
     }
-    return holders;
+    return std::nullopt;
 }
 
 std::optional<ProcessID> CommandProcessTable::parent(ProcessID processIdentifier) {

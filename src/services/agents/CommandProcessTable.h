@@ -32,7 +32,8 @@ public:
 
     [[nodiscard]] std::optional<std::vector<ProcessRow>> rows() override;
     [[nodiscard]] std::optional<QString> workingDirectory(ProcessID processIdentifier) override;
-    [[nodiscard]] std::vector<ProcessID> holders(const QString& ttyPath) override;
+    [[nodiscard]] std::optional<ProcessID>
+    firstHolder(const QString& ttyPath, const std::function<bool(ProcessID)>& isWanted) override;
     [[nodiscard]] std::optional<ProcessID> parent(ProcessID processIdentifier) override;
 
 private:

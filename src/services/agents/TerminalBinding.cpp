@@ -3,7 +3,6 @@
 #include "services/agents/TerminalApp.h"
 
 #include <algorithm>
-#include <unordered_set>
 
 namespace quorvin {
 
@@ -19,20 +18,21 @@ bool isTerminal(const QString& bundleIdentifier) {
 } // namespace
 
 std::optional<QString> TerminalBinding::findTerminalForTTY(const QString& ttyPath) const {
-    for (const ProcessID holder : m_table.holders(ttyPath)) {
-        if (auto terminal = findTerminalInParentChain(holder)) {
-            return terminal;
-        }
-    }
-    // Deliberate: this terminal need not have anything to do with the device, whose own one may be
-    // out of reach, as that of a detached multiplexer is.
-    return findAnyRunningTerminal();
+    std::optional<QString> terminal;
+    const auto holder = m_table.firstHolder(ttyPath, [this, &terminal](ProcessID pid) {
+        terminal = findTerminalInParentChain(pid);
+        return terminal.has_value();
+    });
+    // Deliberate: the fall-back need not have anything to do with the device, whose own terminal
+    // may be out of reach, as that of a detached multiplexer is.
+    return holder ? terminal : findAnyRunningTerminal();
 }
 
 std::optional<QString> TerminalBinding::findTerminalInParentChain(ProcessID pid) const {
     constexpr ProcessID root = 1;
-    std::unordered_set<ProcessID> visited;
-    while (pid > root && visited.insert(pid).second) {
+    std::vector<ProcessID> visited;
+    while (pid > root && std::find(visited.begin(), visited.end(), pid) == visited.end()) {
+        visited.push_back(pid);
         if (auto bundleIdentifier = getProcessBundleID(pid);
             bundleIdentifier && isTerminal(*bundleIdentifier)) {
             return bundleIdentifier;

@@ -5,7 +5,8 @@ from .engines import failing_engine, pocketsphinx_engine, speaking_engine
 from .home import Home
 from .processes import wait_until
 from .program import Program
+from .terminal import AgentTerminal
 from .words import word_errors
 
-__all__ = ["Desktop", "Home", "Program", "failing_engine", "pocketsphinx_engine",
+__all__ = ["AgentTerminal", "Desktop", "Home", "Program", "failing_engine", "pocketsphinx_engine",
            "speaking_engine", "wait_until", "word_errors"]

@@ -10,6 +10,9 @@ from .sound import SoundServer, Speech
 
 
 class Desktop:
+    def __init__(self, has_window_manager=True):
+        self._has_window_manager = has_window_manager
+
     def __enter__(self):
         with ExitStack() as stack:
             # Short, because the path of a Unix socket has at most 107 bytes.
@@ -24,7 +27,8 @@ class Desktop:
             }
             self.bus = stack.enter_context(SessionBus(runtime, self.environment))
             self.notifications = stack.enter_context(NotificationServer(self.bus.address))
-            self.display = stack.enter_context(VirtualDisplay(self.directory, self.environment))
+            self.display = stack.enter_context(
+                VirtualDisplay(self.directory, self.environment, self._has_window_manager))
             self.sound = stack.enter_context(SoundServer(runtime, self.environment))
             self.speech = Speech(self.directory)
             self._stack = stack.pop_all()

@@ -1,4 +1,4 @@
-"""A virtual X display with a window manager, its mouse and keyboard, and pictures of it."""
+"""A virtual X display, its mouse, keyboard and clipboard, and pictures of it."""
 
 import os
 import subprocess
@@ -6,17 +6,20 @@ import subprocess
 from .processes import Child, wait_until
 
 
+SIZE = "1280x800x24"
+
+
 class VirtualDisplay:
-    def __init__(self, directory, environment, size="1280x800x24"):
+    def __init__(self, directory, environment, has_window_manager):
         self._directory = directory
         self._environment = environment
-        self._size = size
+        self._has_window_manager = has_window_manager
         self._children = []
 
     def __enter__(self):
         read_end, write_end = os.pipe()
         try:
-            server = self._start("Xvfb", "-displayfd", str(write_end), "-screen", "0", self._size,
+            server = self._start("Xvfb", "-displayfd", str(write_end), "-screen", "0", SIZE,
                                  "-nolisten", "tcp", "-noreset", pass_fds=(write_end,))
         finally:
             os.close(write_end)
@@ -25,9 +28,11 @@ class VirtualDisplay:
         if not number:
             raise AssertionError("no X server\n" + server.tail())
         self._environment["DISPLAY"] = ":" + number
-        manager = self._start("openbox", "--sm-disable")
-        manager.wait_until(lambda: "window id" in self._root_property("_NET_SUPPORTING_WM_CHECK"),
-                           "the window manager")
+        if self._has_window_manager:
+            manager = self._start("openbox", "--sm-disable")
+            manager.wait_until(
+                lambda: "window id" in self._root_property("_NET_SUPPORTING_WM_CHECK"),
+                "the window manager")
         return self
 
     def __exit__(self, *_):
@@ -41,8 +46,7 @@ class VirtualDisplay:
         return child
 
     def _root_property(self, name):
-        return subprocess.run(["xprop", "-root", name], env=self._environment, check=False,
-                              capture_output=True, encoding="utf-8").stdout
+        return self._output("xprop", "-root", name)
 
     def _xdotool(self, *arguments):
         return subprocess.run(["xdotool", *arguments], env=self._environment, check=True,
@@ -58,15 +62,41 @@ class VirtualDisplay:
 
     def windows_of(self, pid):
         """The visible windows of a process."""
-        result = subprocess.run(["xdotool", "search", "--onlyvisible", "--pid", str(pid)],
-                                env=self._environment, check=False, capture_output=True,
-                                encoding="utf-8")
-        return result.stdout.split()
+        return self._output("xdotool", "search", "--onlyvisible", "--pid", str(pid)).split()
 
     def focus(self, window):
-        self._xdotool("windowactivate", window)
-        wait_until(lambda: self._xdotool("getactivewindow").strip() == window,
-                   "the focus of window " + window)
+        """Brings a window to the front and gives it the keyboard."""
+        if self._has_window_manager:
+            self._xdotool("windowactivate", window)
+        else:
+            self._xdotool("windowraise", window, "windowfocus", window)
+        wait_until(lambda: self._focused_window() == window, "the focus of window " + window)
+
+    def _focused_window(self):
+        question = "getactivewindow" if self._has_window_manager else "getwindowfocus"
+        return self._xdotool(question).strip()
+
+    def copy(self, text):
+        """Puts a text on the clipboard, as another program does."""
+        path = os.path.join(self._directory, "clipboard.txt")
+        with open(path, "w", encoding="utf-8", newline="") as file:
+            file.write(text)
+        self._start("xclip", "-quiet", "-selection", "clipboard", "-target", "UTF8_STRING", path)
+        wait_until(lambda: self.read_with_xclip("clipboard") == text, "the text on the clipboard")
+
+    def read_with_xclip(self, selection):
+        """The text of the "clipboard" or the "primary" selection."""
+        return self._output("xclip", "-out", "-selection", selection, "-target", "UTF8_STRING")
+
+    def read_with_xsel(self, selection):
+        """As `read_with_xclip`, by another program."""
+        return self._output("xsel", "--output", "--" + selection)
+
+    def _output(self, *command):
+        """What a command writes, and nothing when it fails."""
+        result = subprocess.run(command, env=self._environment, check=False, capture_output=True,
+                                timeout=20)
+        return result.stdout.decode("utf-8") if result.returncode == 0 else ""
 
     def screenshot(self, path):
         subprocess.run(["import", "-window", "root", path], env=self._environment, check=True)

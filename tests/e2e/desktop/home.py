@@ -8,6 +8,8 @@ import sqlite3
 SYSTEM_PATH = "/usr/bin:/bin"
 ENGINE_NAME = "whisper-cpp"
 MODEL_NAME = "ggml-base.bin"
+STAND_IN_AGENT = os.path.join(os.path.dirname(os.path.dirname(os.path.abspath(__file__))),
+                              "stand_in", "agent")
 
 
 class Home:
@@ -63,15 +65,24 @@ class Home:
         os.makedirs(os.path.dirname(self.model), exist_ok=True)
         with open(self.model, "w", encoding="utf-8") as model:
             model.write("A placeholder: the recognisers of the tests read no model.\n")
-        path = os.path.join(self._bin, ENGINE_NAME)
-        # Written aside and renamed: the old one may be running at this moment.
-        with open(path + ".new", "w", encoding="utf-8") as engine:
-            engine.write(script)
-        os.chmod(path + ".new", 0o755)
-        os.replace(path + ".new", path)
+        self._install_command(ENGINE_NAME, script)
 
     def remove_engine(self):
         os.remove(os.path.join(self._bin, ENGINE_NAME))
+
+    def install_agent(self, name):
+        """Puts the stand-in agent into the PATH under a name and returns its path."""
+        with open(STAND_IN_AGENT, encoding="utf-8") as script:
+            return self._install_command(name, script.read())
+
+    def _install_command(self, name, script):
+        path = os.path.join(self._bin, name)
+        # Written aside and renamed: the old one may be running at this moment.
+        with open(path + ".new", "w", encoding="utf-8") as command:
+            command.write(script)
+        os.chmod(path + ".new", 0o755)
+        os.replace(path + ".new", path)
+        return path
 
     @property
     def model(self):

@@ -26,13 +26,13 @@ def wait_until(condition, what, timeout=20.0, details=lambda: ""):
 class Child:
     """A running command whose output goes to a file. It dies with this process in any case."""
 
-    def __init__(self, command, environment, log_path, pass_fds=()):
+    def __init__(self, command, environment, log_path, pass_fds=(), cwd=None):
         self.name = os.path.basename(command[0])
         self.log_path = log_path
         with open(log_path, "wb") as log:
             self._process = subprocess.Popen(
                 ["setpriv", "--pdeathsig", "KILL", *command], env=environment,
-                stdin=subprocess.DEVNULL, stdout=log, stderr=log, pass_fds=pass_fds)
+                stdin=subprocess.DEVNULL, stdout=log, stderr=log, pass_fds=pass_fds, cwd=cwd)
 
     @property
     def pid(self):

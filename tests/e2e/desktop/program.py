@@ -14,6 +14,8 @@ QT_ENVIRONMENT = {
     "QT_QPA_PLATFORM": "xcb",
 }
 
+# What Qt tells assistive tools where a text has a line break.
+QT_LINE_BREAK = "\N{PARAGRAPH SEPARATOR}"
 RECORDING_STARTED = "Recording started successfully"
 
 
@@ -79,8 +81,28 @@ class Program:
         [answer] = self.wait_until(attempt, "a control with %r" % wanted)
         return answer
 
+    def wait_for_control(self, name):
+        """Waits until a control with that accessible name is on the screen."""
+        self._read(lambda control: control.name, name=name)
+
+    def wait_until_gone(self, name):
+        """Waits until no control with that accessible name is on the screen."""
+
+        def is_gone():
+            try:
+                return not accessibility.find(self._desktop.bus.accessibility, self._child.pid,
+                                              name=name)
+            except GLib.Error:
+                return False
+
+        self.wait_until(is_gone, "the end of %r" % name)
+
+    def bring_to_front(self):
+        self._desktop.display.focus(self.wait_for_window())
+
     def click(self, name):
         """Clicks the middle of the control with that accessible name, once it stands still."""
+        self.bring_to_front()
         last_extents = None
 
         def extents_at_rest():
@@ -93,11 +115,19 @@ class Program:
 
     def press(self, keys):
         """Presses keys in the program's window."""
-        self._desktop.display.focus(self.wait_for_window())
+        self.bring_to_front()
         self._desktop.display.press(keys)
 
     def draft(self):
-        return self._read(lambda editor: editor.text, name="Draft")
+        text = self._read(lambda editor: editor.text, name="Draft")
+        return text.replace(QT_LINE_BREAK, "\n")
+
+    def paste_draft(self, text):
+        """Copies a text in another program and pastes it into the empty draft."""
+        self._desktop.display.copy(text)
+        self.click("Draft")
+        self.press("ctrl+v")
+        self.wait_until(lambda: self.draft() == text, "the pasted draft")
 
     def state(self):
         """The line that tells what the program does: "Ready", "Recording  1.2 s"."""
@@ -108,6 +138,9 @@ class Program:
         return self._read(
             lambda feed: [it.name for it in feed.descendants() if it.role == "list item"],
             name="Activity")
+
+    def wait_for_activity(self, message):
+        self.wait_until(lambda: message in self.activity(), "%r in the activity list" % message)
 
     def input_level(self):
         """From 0 to 100."""

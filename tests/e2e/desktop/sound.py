@@ -36,10 +36,12 @@ class SoundServer:
         return self._server is not None and self._server.is_running()
 
     def start(self):
+        # A source that monitors a device which can take back what it played holds everything back
+        # for as long: up to two seconds that no microphone has.
         modules = [
             "module-native-protocol-unix auth-anonymous=1 socket=" + self._socket,
             "module-null-sink sink_name=speakers",
-            "module-null-sink sink_name=" + MICROPHONE_INPUT,
+            "module-null-sink norewinds=1 sink_name=" + MICROPHONE_INPUT,
             "module-remap-source source_name=microphone master=%s.monitor "
             "source_properties=device.description=Microphone" % MICROPHONE_INPUT,
         ]

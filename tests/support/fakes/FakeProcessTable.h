@@ -30,8 +30,15 @@ public:
         return valueOf(m_processes.workingDirectories, processIdentifier);
     }
 
-    [[nodiscard]] std::vector<ProcessID> holders(const QString& ttyPath) override {
-        return valueOf(m_processes.holders, ttyPath).value_or(std::vector<ProcessID>());
+    [[nodiscard]] std::optional<ProcessID>
+    firstHolder(const QString& ttyPath, const std::function<bool(ProcessID)>& isWanted) override {
+        for (const ProcessID holder :
+             valueOf(m_processes.holders, ttyPath).value_or(std::vector<ProcessID>())) {
+            if (isWanted(holder)) {
+                return holder;
+            }
+        }
+        return std::nullopt;
     }
 
     [[nodiscard]] std::optional<ProcessID> parent(ProcessID processIdentifier) override {

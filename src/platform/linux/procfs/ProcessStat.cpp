@@ -3,6 +3,8 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <cstdio>
+
 namespace quorvin {
 
 using namespace Qt::Literals::StringLiterals;
@@ -14,14 +16,14 @@ std::optional<ProcessStat> parseProcessStat(const QByteArray& line) {
     if (begin == 0 || end < begin) {
         return std::nullopt;
     }
-    const QList<QByteArray> fields = line.mid(end + 1).simplified().split(' ');
-    bool isParentNumber = false;
-    bool isDeviceNumber = false;
     ProcessStat stat;
+    int device = 0;
+    if (std::sscanf(line.constData() + end + 1, " %*c %d %*d %*d %d", &stat.parent, &device) != 2) {
+        return std::nullopt;
+    }
     stat.name = line.mid(begin, end - begin);
-    stat.parent = fields.value(1).toInt(&isParentNumber);
-    stat.terminalDevice = static_cast<std::uint32_t>(fields.value(4).toInt(&isDeviceNumber));
-    return isParentNumber && isDeviceNumber ? std::optional(stat) : std::nullopt;
+    stat.terminalDevice = static_cast<std::uint32_t>(device);
+    return stat;
 }
 
 std::optional<QString> terminalName(std::uint32_t device) {

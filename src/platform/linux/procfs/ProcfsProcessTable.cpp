@@ -113,6 +113,7 @@ std::optional<std::vector<ProcessRow>> ProcfsProcessTable::rows() {
     if (!identifiers) {
         return std::nullopt;
     }
+    m_parents.clear();
     std::vector<ProcessRow> rows;
     rows.reserve(identifiers->size());
     for (const ProcessID identifier : *identifiers) {
@@ -120,6 +121,7 @@ std::optional<std::vector<ProcessRow>> ProcfsProcessTable::rows() {
         if (!stat) {
             continue;
         }
+        m_parents.insert(identifier, stat->parent);
         QStringList columns = printableName(stat->name).split(u' ', Qt::SkipEmptyParts);
         columns.append(terminalName(stat->terminalDevice).value_or(u"?"_s));
         if (auto row = processRow(identifier, columns)) {
@@ -136,48 +138,54 @@ std::optional<QString> ProcfsProcessTable::workingDirectory(ProcessID processIde
 }
 
 std::optional<ProcessID> ProcfsProcessTable::parent(ProcessID processIdentifier) {
+    if (const auto known = m_parents.constFind(processIdentifier); known != m_parents.constEnd()) {
+        return *known;
+    }
     const auto stat = parseProcessStat(head(entry(processIdentifier, "stat")));
     return stat ? std::optional(stat->parent) : std::nullopt;
 }
 
-std::vector<ProcessID> ProcfsProcessTable::holders(const QString& ttyPath) {
-    if (!m_openDevices) {
-        m_openDevices = findOpenDevices();
-    }
-    struct stat wanted {};
+std::optional<ProcessID>
+ProcfsProcessTable::firstHolder(const QString& ttyPath,
+                                const std::function<bool(ProcessID)>& isWanted) {
     const QByteArray path = ttyPath.toUtf8();
-    if (stat(path.constData(), &wanted) != 0) {
-        return {};
-    }
-    std::vector<ProcessID> holders;
-    for (const Descriptor& descriptor : m_openDevices->value(path)) {
-        // Every container has a "/dev/pts/0" of its own.
-        struct stat open {};
-        const QByteArray link =
-            entry(descriptor.processIdentifier, "fd/").append(descriptor.number);
-        if (stat(link.constData(), &open) == 0 && open.st_dev == wanted.st_dev &&
-            open.st_ino == wanted.st_ino) {
-            holders.push_back(descriptor.processIdentifier);
+    // Any process may hold a terminal, also one that isn't its own. So all are asked, and what
+    // costs least is asked first.
+    for (const ProcessID identifier : processIdentifiers().value_or(std::vector<ProcessID>())) {
+        if (isWanted(identifier) && holds(identifier, path)) {
+            return identifier;
         }
     }
-    return holders;
+    return std::nullopt;
 }
 
-/// In one pass over all processes, for a session's shell is seldom the only one of a scan. Any
-/// process may hold a terminal that isn't its controlling one, so none can be left out.
-ProcfsProcessTable::OpenDevices ProcfsProcessTable::findOpenDevices() const {
-    OpenDevices devices;
-    for (const ProcessID identifier : processIdentifiers().value_or(std::vector<ProcessID>())) {
-        const Directory descriptors(opendir(entry(identifier, "fd").constData()));
-        while (const dirent* file = descriptors ? readdir(descriptors.get()) : nullptr) {
-            const QByteArray target = linkTarget(dirfd(descriptors.get()), file->d_name);
-            if (!target.startsWith("/dev/")) {
-                continue;
-            }
-            auto& holders = devices[target];
-            if (holders.empty() || holders.back().processIdentifier != identifier) {
-                holders.push_back({identifier, file->d_name});
-            }
+bool ProcfsProcessTable::holds(ProcessID processIdentifier, const QByteArray& path) {
+    for (const OpenDevice& device : openDevices(processIdentifier)) {
+        // The name isn't enough: every container has a "/dev/pts/0" of its own.
+        struct stat wanted {};
+        struct stat open {};
+        if (device.path == path && stat(path.constData(), &wanted) == 0 &&
+            stat(entry(processIdentifier, "fd/").append(device.descriptor).constData(), &open) ==
+                0 &&
+            open.st_dev == wanted.st_dev && open.st_ino == wanted.st_ino) {
+            return true;
+        }
+    }
+    return false;
+}
+
+const std::vector<ProcfsProcessTable::OpenDevice>&
+ProcfsProcessTable::openDevices(ProcessID processIdentifier) {
+    if (const auto known = m_openDevices.constFind(processIdentifier);
+        known != m_openDevices.constEnd()) {
+        return *known;
+    }
+    std::vector<OpenDevice>& devices = m_openDevices[processIdentifier];
+    const Directory descriptors(opendir(entry(processIdentifier, "fd").constData()));
+    while (const dirent* file = descriptors ? readdir(descriptors.get()) : nullptr) {
+        const QByteArray target = linkTarget(dirfd(descriptors.get()), file->d_name);
+        if (target.startsWith("/dev/")) {
+            devices.push_back({target, file->d_name});
         }
     }
     return devices;

@@ -19,23 +19,27 @@ public:
 
     [[nodiscard]] std::optional<std::vector<ProcessRow>> rows() override;
     [[nodiscard]] std::optional<QString> workingDirectory(ProcessID processIdentifier) override;
-    [[nodiscard]] std::vector<ProcessID> holders(const QString& ttyPath) override;
+    [[nodiscard]] std::optional<ProcessID>
+    firstHolder(const QString& ttyPath, const std::function<bool(ProcessID)>& isWanted) override;
     [[nodiscard]] std::optional<ProcessID> parent(ProcessID processIdentifier) override;
 
 private:
-    /// One descriptor of a process.
-    struct Descriptor {
-        ProcessID processIdentifier = 0;
-        QByteArray number;
+    /// A descriptor of a process that leads to a device.
+    struct OpenDevice {
+        QByteArray path;
+        QByteArray descriptor;
     };
-    using OpenDevices = QHash<QByteArray, std::vector<Descriptor>>; // by path
 
     [[nodiscard]] QByteArray entry(ProcessID processIdentifier, const char* name) const;
+    /// In ascending order; absent when they can't be read.
     [[nodiscard]] std::optional<std::vector<ProcessID>> processIdentifiers() const;
-    [[nodiscard]] OpenDevices findOpenDevices() const;
+    [[nodiscard]] bool holds(ProcessID processIdentifier, const QByteArray& path);
+    [[nodiscard]] const std::vector<OpenDevice>& openDevices(ProcessID processIdentifier);
 
     QByteArray m_root;
-    std::optional<OpenDevices> m_openDevices; // found at the first question for holders
+    QHash<ProcessID, ProcessID> m_parents; // as of the last rows
+    /// Those that were asked for; most processes never are.
+    QHash<ProcessID, std::vector<OpenDevice>> m_openDevices;
 };
 
 } // namespace quorvin

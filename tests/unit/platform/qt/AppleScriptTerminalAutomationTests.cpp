@@ -1,6 +1,6 @@
 #include "platform/qt/AppleScriptTerminalAutomation.h"
+#include "support/Eventually.h"
 #include "support/VirtualScheduler.h"
-#include "support/WaitUntil.h"
 #include "support/fakes/FakeWorkspace.h"
 
 #include <QDir>
@@ -133,7 +133,7 @@ protected:
     std::optional<bool> checkWith(const QByteArray& behaviour) {
         behave(behaviour);
         const auto answer = check();
-        EXPECT_TRUE(waitUntil([&] { return answer->has_value(); }));
+        EXPECT_TRUE(eventually([&] { return answer->has_value(); }));
         return *answer;
     }
 
@@ -237,7 +237,7 @@ TEST_F(AppleScriptTerminalAutomationTest, OtherwiseTheStatusDecides) {
 TEST_F(AppleScriptTerminalAutomationTest, WithoutAnInterpreterThereIsNoPermission) {
     ASSERT_TRUE(QFile::remove(interpreter()));
     const auto answer = check();
-    EXPECT_TRUE(waitUntil([&] { return answer->has_value(); }));
+    EXPECT_TRUE(eventually([&] { return answer->has_value(); }));
     EXPECT_EQ(*answer, false);
 }
 
@@ -245,7 +245,7 @@ TEST_F(AppleScriptTerminalAutomationTest, ARunThatHangsIsTerminatedAfterThreeSec
     behave("echo $$ > pid; mv pid started; exec sleep 1000");
     const auto answer = check();
     const QString started = directory.filePath(u"started"_s);
-    ASSERT_TRUE(waitUntil([&] { return QFile::exists(started); }));
+    ASSERT_TRUE(eventually([&] { return QFile::exists(started); }));
     QFile file(started);
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     const pid_t child = file.readAll().trimmed().toInt();
@@ -254,7 +254,7 @@ TEST_F(AppleScriptTerminalAutomationTest, ARunThatHangsIsTerminatedAfterThreeSec
     EXPECT_EQ(kill(child, 0), 0);
     EXPECT_EQ(*answer, std::nullopt);
     scheduler.advance(1ms);
-    EXPECT_TRUE(waitUntil([&] { return answer->has_value(); }));
+    EXPECT_TRUE(eventually([&] { return answer->has_value(); }));
     EXPECT_EQ(*answer, false);
     EXPECT_NE(kill(child, 0), 0);
 }
@@ -269,7 +269,7 @@ TEST_F(AppleScriptTerminalAutomationTest, TheMainThreadIsFreeDuringTheCheck) {
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write("loginwindow\n");
     file.close();
-    EXPECT_TRUE(waitUntil([&] { return answer->has_value(); }));
+    EXPECT_TRUE(eventually([&] { return answer->has_value(); }));
     EXPECT_EQ(*answer, true);
 }
 
@@ -283,7 +283,7 @@ TEST_F(AppleScriptTerminalAutomationTest, ACheckEndsWhenTheAutomationGoes) {
 
 TEST_F(AppleScriptTerminalAutomationTest, RequestingPermissionsAsksOnlyForWhatRuns) {
     automation->requestPermissions();
-    EXPECT_TRUE(waitUntil([this] { return runs().size() == 1; }));
+    EXPECT_TRUE(eventually([this] { return runs().size() == 1; }));
     EXPECT_EQ(runs(), std::vector{systemEvents});
 }
 
@@ -292,7 +292,7 @@ TEST_F(AppleScriptTerminalAutomationTest, RequestingPermissionsAsksEachRunningTe
         {60, u"Terminal"_s, terminal}, {61, u"Warp"_s, warp}, {62, u"iTerm2"_s, iTerm}};
     behave("exec sleep 1000"); // they don't wait for each other
     automation->requestPermissions();
-    EXPECT_TRUE(waitUntil([this] { return runs().size() == 3; }));
+    EXPECT_TRUE(eventually([this] { return runs().size() == 3; }));
     EXPECT_THAT(runs(), UnorderedElementsAre(
                             systemEvents, u"-e\ntell application \"iTerm\" to return name"_s,
                             u"-e\ntell application \"Terminal\" to return name"_s));

@@ -26,6 +26,8 @@ protected:
         return table.rows().value();
     }
 
+    static bool anyone(ProcessID /*pid*/) { return true; }
+
     const QString ps = u"/bin/ps -ax -o pid,comm,tty"_s;
     const QString lsofDirectory = u"/usr/sbin/lsof -a -p 7 -d cwd -Fn"_s;
     const QString lsofTTY = u"/usr/sbin/lsof -t /dev/ttys003"_s;
@@ -44,7 +46,7 @@ protected:
 TEST_F(CommandProcessTableTest, RunsTheseCommandLines) {
     std::ignore = table.rows();
     std::ignore = table.workingDirectory(7);
-    std::ignore = table.holders(u"/dev/ttys003"_s);
+    std::ignore = table.firstHolder(u"/dev/ttys003"_s, anyone);
     std::ignore = table.parent(7);
     EXPECT_EQ(lines, (QStringList{ps, lsofDirectory, lsofTTY, psParent}));
 }
@@ -57,14 +59,14 @@ TEST_F(CommandProcessTableTest, ArgumentsAreNotDividedAtBlanks) {
             return std::optional(QByteArray());
         },
         linuxProcessTools());
-    std::ignore = linuxTable.holders(u"/dev/a b"_s);
+    std::ignore = linuxTable.firstHolder(u"/dev/a b"_s, anyone);
     EXPECT_EQ(received, (QStringList{u"/usr/bin/lsof"_s, u"-t"_s, u"/dev/a b"_s}));
 }
 
 TEST_F(CommandProcessTableTest, WhereNothingCanBeStartedNothingIsKnown) {
     EXPECT_EQ(table.rows(), std::nullopt);
     EXPECT_EQ(table.workingDirectory(7), std::nullopt);
-    EXPECT_THAT(table.holders(u"/dev/ttys003"_s), IsEmpty());
+    EXPECT_EQ(table.firstHolder(u"/dev/ttys003"_s, anyone), std::nullopt);
     EXPECT_EQ(table.parent(7), std::nullopt);
 }
 
@@ -128,9 +130,16 @@ TEST_F(CommandProcessTableTest, AComplaintIsNoDirectory) {
     EXPECT_EQ(table.workingDirectory(7), std::nullopt);
 }
 
-TEST_F(CommandProcessTableTest, HoldersKeepTheirOrder) {
+TEST_F(CommandProcessTableTest, HoldersAreAskedAboutInTheirOrder) {
     outputs[lsofTTY] = "300\n \t20 \n\nnonsense\n20 1\n1\n";
-    EXPECT_THAT(table.holders(u"/dev/ttys003"_s), ElementsAre(300, 20, 1));
+    std::vector<ProcessID> asked;
+    const auto noOne = [&asked](ProcessID pid) {
+        asked.push_back(pid);
+        return false;
+    };
+    EXPECT_EQ(table.firstHolder(u"/dev/ttys003"_s, noOne), std::nullopt);
+    EXPECT_THAT(asked, ElementsAre(300, 20, 1));
+    EXPECT_EQ(table.firstHolder(u"/dev/ttys003"_s, [](ProcessID pid) { return pid < 300; }), 20);
 }
 
 TEST_F(CommandProcessTableTest, AParentIsANumberAmongWhiteSpace) {

@@ -3,6 +3,7 @@
 #include "platform/linux/posix/BlockingCommand.h"
 #include "platform/linux/procfs/ProcfsProcessTable.h"
 #include "services/agents/CommandProcessTable.h"
+#include "services/agents/SessionScan.h"
 #include "support/SleepingProcess.h"
 #include "unit/platform/linux/procfs/ContainedProcess.h"
 
@@ -45,6 +46,20 @@ protected:
         EXPECT_TRUE(QDir().mkpath(path));
         const SleepingProcess process({.workingDirectory = path.toUtf8()});
         return table->workingDirectory(process.pid());
+    }
+
+    /// All that hold a terminal, in order.
+    std::vector<ProcessID> holders(const QString& ttyPath) {
+        std::vector<ProcessID> found;
+        for (;;) {
+            const auto next = table->firstHolder(ttyPath, [&found](ProcessID pid) {
+                return std::find(found.begin(), found.end(), pid) == found.end();
+            });
+            if (!next) {
+                return found;
+            }
+            found.push_back(*next);
+        }
     }
 
     static QString belowDev(const SleepingProcess& process) {
@@ -160,8 +175,11 @@ TEST_P(ProcessTableTest, HoldersAreAllWhoHaveATerminalOpen) {
     const SleepingProcess unrelated({});
     std::vector<ProcessID> expected{owner.pid(), stranger.pid(), elsewhere.pid()};
     std::sort(expected.begin(), expected.end());
-    EXPECT_EQ(table->holders(owner.ttyPath()), expected);
-    EXPECT_THAT(table->holders(unrelated.ttyPath()), ElementsAre(unrelated.pid()));
+    EXPECT_EQ(holders(owner.ttyPath()), expected);
+    EXPECT_THAT(holders(unrelated.ttyPath()), ElementsAre(unrelated.pid()));
+    EXPECT_EQ(
+        table->firstHolder(owner.ttyPath(), [&](ProcessID pid) { return pid != expected[0]; }),
+        expected[1]);
 }
 
 TEST_P(ProcessTableTest, AContainersTerminalOfTheSameNameIsAnother) {
@@ -170,16 +188,53 @@ TEST_P(ProcessTableTest, AContainersTerminalOfTheSameNameIsAnother) {
     if (!container.isRunning()) {
         GTEST_SKIP() << "Only the administrator may make a container";
     }
-    EXPECT_THAT(table->holders(owner.ttyPath()), ElementsAre(owner.pid()));
+    EXPECT_THAT(holders(owner.ttyPath()), ElementsAre(owner.pid()));
 }
 
 TEST_P(ProcessTableTest, NobodyHoldsATerminalThatIsNotThere) {
-    EXPECT_THAT(table->holders(u"/dev/pts/1048575"_s), IsEmpty());
-    EXPECT_THAT(table->holders(u"/dev/code"_s), IsEmpty());
+    EXPECT_THAT(holders(u"/dev/pts/1048575"_s), IsEmpty());
+    EXPECT_THAT(holders(u"/dev/code"_s), IsEmpty());
+}
+
+TEST_P(ProcessTableTest, AProcessYoungerThanTheRowsHasAParentToo) {
+    std::ignore = table->rows();
+    const SleepingProcess process({});
+    EXPECT_EQ(table->parent(process.pid()), getpid());
 }
 
 TEST_P(ProcessTableTest, TheParentIsWhoStartedAProcess) {
     const SleepingProcess process({});
     EXPECT_EQ(table->parent(process.pid()), getpid());
     EXPECT_EQ(table->parent(1), 0);
+}
+
+TEST_P(ProcessTableTest, AScanFindsTheAgentsOfATerminal) {
+    const QString project = folder.filePath(u"project"_s);
+    ASSERT_TRUE(QDir().mkpath(project));
+    const SleepingProcess first({.name = "claude", .workingDirectory = project.toUtf8()});
+    const SleepingProcess second({.name = "opencode"});
+    const SleepingProcess helper({.name = "claude-helper"});
+    const SleepingProcess unattended({.name = "claude", .hasTerminal = false});
+    AgentSessions found =
+        scanSessions(*table, {{getpid(), std::nullopt, u"net.kovidgoyal.kitty"_s}});
+    // Others may work on this machine.
+    for (QList<AgentSessionInfo>* sessions : {&found.claude, &found.opencode}) {
+        sessions->removeIf([this](const AgentSessionInfo& session) {
+            return table->parent(session.pid) != getpid();
+        });
+    }
+    EXPECT_THAT(found.claude,
+                ElementsAre(AgentSessionInfo{.id = first.pid(),
+                                             .pid = first.pid(),
+                                             .type = AgentType::claude,
+                                             .title = u"project"_s,
+                                             .tty = first.ttyPath(),
+                                             .terminalBundleID = u"net.kovidgoyal.kitty"_s}));
+    EXPECT_THAT(found.opencode,
+                ElementsAre(AgentSessionInfo{.id = second.pid(),
+                                             .pid = second.pid(),
+                                             .type = AgentType::opencode,
+                                             .title = u"opencode (pid %1)"_s.arg(second.pid()),
+                                             .tty = second.ttyPath(),
+                                             .terminalBundleID = u"net.kovidgoyal.kitty"_s}));
 }

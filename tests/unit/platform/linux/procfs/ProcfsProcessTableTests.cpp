@@ -9,7 +9,6 @@
 using namespace quorvin;
 using namespace Qt::Literals::StringLiterals;
 using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 
 namespace {
 
@@ -29,6 +28,8 @@ protected:
         ASSERT_TRUE(QDir().mkpath(QFileInfo(whole).path()));
         ASSERT_TRUE(QFile::link(target, whole));
     }
+
+    static bool anyone(ProcessID /*pid*/) { return true; }
 
     QTemporaryDir root;
     ProcfsProcessTable table{root.path().toUtf8()};
@@ -61,7 +62,7 @@ TEST_F(ProcfsProcessTableTest, AnEmptyNameLeavesItsColumnToTheTerminal) {
 TEST_F(ProcfsProcessTableTest, WithoutProcessDirectoriesThereIsNoTable) {
     ProcfsProcessTable nowhere(root.filePath(u"nowhere"_s).toUtf8());
     EXPECT_EQ(nowhere.rows(), std::nullopt);
-    EXPECT_THAT(nowhere.holders(u"/dev/null"_s), IsEmpty());
+    EXPECT_EQ(nowhere.firstHolder(u"/dev/null"_s, anyone), std::nullopt);
 }
 
 TEST_F(ProcfsProcessTableTest, AnUnreadableProcessHoldsNothing) {
@@ -69,7 +70,9 @@ TEST_F(ProcfsProcessTableTest, AnUnreadableProcessHoldsNothing) {
     link(u"6/fd/0"_s, u"/dev/null"_s);
     link(u"6/fd/1"_s, u"/dev/null"_s);
     link(u"7/fd/3"_s, u"/dev/zero"_s);
-    EXPECT_THAT(table.holders(u"/dev/null"_s), ElementsAre(6));
+    EXPECT_EQ(table.firstHolder(u"/dev/null"_s, anyone), 6);
+    EXPECT_EQ(table.firstHolder(u"/dev/zero"_s, anyone), 7);
+    EXPECT_EQ(table.firstHolder(u"/dev/full"_s, anyone), std::nullopt);
 }
 
 TEST_F(ProcfsProcessTableTest, ADirectoryOutsideOfOurRootIsNotShown) {

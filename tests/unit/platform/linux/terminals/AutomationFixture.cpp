@@ -62,7 +62,7 @@ std::shared_ptr<std::optional<TabFocus>> AutomationTest::beginFocus(const QStrin
 
 TabFocus AutomationTest::focus(const QString& tty) {
     const auto answer = beginFocus(tty);
-    EXPECT_TRUE(waitUntil([&] { return answer->has_value(); }));
+    EXPECT_TRUE(eventually([&] { return answer->has_value(); }));
     return answer->value_or(TabFocus{});
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/linux/terminals/LinuxTerminalAutomation.h"
+#include "support/Eventually.h"
 #include "support/VirtualScheduler.h"
 #include "support/fakes/FakeProcessTable.h"
 #include "support/fakes/FakeWorkspace.h"

@@ -148,11 +148,11 @@ TEST_F(KittyTabsTest, RubbishForAnAnswerLeavesTheWindow) {
 TEST_F(KittyTabsTest, SilenceIsEndedAfterASecond) {
     rawAnswer = "\x1bP@kitty-cmd{"_ba; // and no end
     const auto answer = beginFocus(u"/dev/pts/2"_s);
-    ASSERT_TRUE(waitUntil([this] { return !requests.isEmpty(); }));
+    ASSERT_TRUE(eventually([this] { return !requests.isEmpty(); }));
     scheduler.advance(999ms);
     EXPECT_FALSE(answer->has_value());
     scheduler.advance(1ms);
-    EXPECT_TRUE(waitUntil([&] { return answer->has_value(); }));
+    EXPECT_TRUE(eventually([&] { return answer->has_value(); }));
     EXPECT_THAT(windows.raised, ElementsAre(5001));
 }
 
@@ -163,13 +163,13 @@ TEST_F(KittyTabsTest, ASocketWithoutAFileIsReachedToo) {
     ASSERT_TRUE(abstract.listen(QString::fromUtf8(name)));
     addShell(104, 60, u"pts/5"_s, {{"KITTY_LISTEN_ON", "unix:@" + name}});
     const auto answer = beginFocus(u"/dev/pts/5"_s);
-    EXPECT_TRUE(waitUntil([&] { return abstract.hasPendingConnections(); }));
+    EXPECT_TRUE(eventually([&] { return abstract.hasPendingConnections(); }));
 }
 
 TEST_F(KittyTabsTest, TheAutomationMayGoWhileKittyIsAsked) {
     rawAnswer = ""_ba;
     const auto answer = beginFocus(u"/dev/pts/2"_s);
-    ASSERT_TRUE(waitUntil([this] { return !requests.isEmpty(); }));
+    ASSERT_TRUE(eventually([this] { return !requests.isEmpty(); }));
     endAutomation();
     ASSERT_TRUE(answer->has_value());
     EXPECT_EQ((*answer)->result, TabFocus::Result::notFound);

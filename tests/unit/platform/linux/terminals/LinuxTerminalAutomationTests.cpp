@@ -130,13 +130,13 @@ protected:
 TEST_F(AutomationPermissionTest, IsGrantedWhenTheBusAnswers) {
     bus = privateBus.connect();
     const auto answer = check();
-    EXPECT_TRUE(waitUntil([&] { return answer->has_value(); }));
+    EXPECT_TRUE(eventually([&] { return answer->has_value(); }));
     EXPECT_EQ(*answer, true);
 }
 
 TEST_F(AutomationPermissionTest, IsDeniedWithoutABus) {
     const auto answer = check();
-    EXPECT_TRUE(waitUntil([&] { return answer->has_value(); }));
+    EXPECT_TRUE(eventually([&] { return answer->has_value(); }));
     EXPECT_EQ(*answer, false);
 }
 

@@ -147,11 +147,11 @@ TEST_F(TmuxPanesTest, ACommandThatHangsIsEndedAfterASecond) {
     behave("touch started; exec sleep 1000");
     windows.present.push_back({9, 50});
     const auto answer = beginFocus(u"/dev/pts/7"_s);
-    ASSERT_TRUE(waitUntil([this] { return QFile::exists(directory.filePath(u"started"_s)); }));
+    ASSERT_TRUE(eventually([this] { return QFile::exists(directory.filePath(u"started"_s)); }));
     scheduler.advance(999ms);
     EXPECT_EQ(answer->has_value(), false);
     scheduler.advance(1ms);
-    EXPECT_TRUE(waitUntil([&] { return answer->has_value(); }));
+    EXPECT_TRUE(eventually([&] { return answer->has_value(); }));
     EXPECT_THAT(windows.raised, ElementsAre(9));
 }
 

@@ -8,9 +8,9 @@
 
 namespace quorvin::testing {
 
-/// Handles events until `condition` is true; false when that takes longer than ten seconds. For
+/// Lets events happen until `condition` is true; false when that takes longer than ten seconds. For
 /// what other processes do, never for the program's own time.
-[[nodiscard]] inline bool waitUntil(const std::function<bool()>& condition) {
+[[nodiscard]] inline bool eventually(const std::function<bool()>& condition) {
     constexpr qint64 patience = 10'000; // milliseconds
     constexpr int glance = 5;
     const QDeadlineTimer deadline(patience);

@@ -1,0 +1,60 @@
+"""Terminals with stand-in coding agents in them."""
+
+import json
+import os
+import tempfile
+
+from .processes import Child
+
+
+class AgentTerminal:
+    """An xterm in which an agent of a user runs in a project directory."""
+
+    def __init__(self, desktop, home, agent="claude", project="project", place="+0+0",
+                 bracketed_paste=True):
+        directory = tempfile.mkdtemp(dir=desktop.directory)
+        self._state_path = os.path.join(directory, "state.json")
+        self._desktop = desktop
+        working_directory = os.path.join(directory, project)
+        os.mkdir(working_directory)
+        self.project = project
+        command = ["xterm", "-fa", "Monospace", "-fs", "10", "-geometry", "72x16" + place,
+                   "-e", home.install_agent(agent), self._state_path]
+        if not bracketed_paste:
+            command.append("--no-bracketed-paste")
+        self._child = Child(command, {**desktop.environment, **home.environment},
+                            os.path.join(directory, "xterm.log"), cwd=working_directory)
+
+    def __enter__(self):
+        self._child.wait_until(lambda: os.path.exists(self._state_path), "a listening agent")
+        self._child.wait_until(lambda: self._desktop.display.windows_of(self._child.pid),
+                               "the terminal's window")
+        return self
+
+    def __exit__(self, *_):
+        if self._child.is_running():
+            self._child.kill()
+
+    def kill(self):
+        self._child.kill()
+
+    def _state(self):
+        with open(self._state_path, encoding="utf-8") as file:
+            return json.load(file)
+
+    @property
+    def tty(self):
+        return self._state()["tty"]
+
+    @property
+    def prompt(self):
+        """What stands at the agent's prompt and was not submitted."""
+        return self._state()["prompt"]
+
+    @property
+    def submitted(self):
+        """The texts that the agent was told, oldest first."""
+        return self._state()["submitted"]
+
+    def wait_for_submission(self):
+        self._child.wait_until(lambda: self.submitted, "a text submitted to the agent")
