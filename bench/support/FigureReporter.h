@@ -6,13 +6,12 @@ namespace quorvin::bench {
 
 /// Prints one line per figure, "name value unit":
 ///
-///     spectrum 4.5 us                  one iteration, in the unit of the benchmark: processor
-///     time,
-///                                      or time on the wall where the benchmark asks for that
+///     spectrum 4.5 us                  the time of one iteration, in the benchmark's own unit
 ///     engine_overhead.child 0.9 ms     a counter of it, here "child_ms"
 ///
-/// A counter's name ends in its unit, after the last underscore. Of a benchmark with repetitions
-/// the medians are printed. Errors go to the error stream.
+/// Times are processor time, or time on the wall where the benchmark asks for it. A counter's name
+/// ends in its unit, after the last underscore. Of a benchmark with repetitions the medians are
+/// printed. Errors go to the error stream.
 class FigureReporter final : public benchmark::BenchmarkReporter {
 public:
     bool ReportContext(const Context& context) override;
