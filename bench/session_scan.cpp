@@ -103,8 +103,7 @@ double medianTime(const ProcessTableFactory& makeTable, const Terminal& terminal
                        session.terminalBundleID == running[0].bundleIdentifier;
             });
         if (ours != agentCount) {
-            std::fputs("An agent was not found\n", stderr);
-            std::exit(EXIT_FAILURE);
+            qFatal("An agent was not found");
         }
     }
     const auto middle = times.begin() + runs / 2;

@@ -11,4 +11,4 @@ if [[ -n ${DISPLAY:-}${WAYLAND_DISPLAY:-} ]]; then
     exec "$program" "$@"
 fi
 scripts/setup.sh test
-exec /usr/bin/python3 -B scripts/demo/dictate.py "$program" build/demo
+exec tests/e2e/alone.sh /usr/bin/python3 -B scripts/demo/dictate.py "$program" build/demo

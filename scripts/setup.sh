@@ -1,7 +1,7 @@
 #!/bin/bash
 # Installs what is missing of Debian's packages. Asks and downloads nothing when all is there.
 #
-#   setup.sh run     what building and running the program need
+#   setup.sh run     what building, running and measuring the program need
 #   setup.sh test    what the tests and the demonstration need besides
 set -euo pipefail
 
@@ -15,12 +15,12 @@ run_packages=(
     qml6-module-qtqml qml6-module-qtqml-workerscript qml6-module-qtquick
     qml6-module-qtquick-controls qml6-module-qtquick-layouts qml6-module-qtquick-templates
     qml6-module-qtquick-window
-    fonts-inter
+    fonts-inter python3
 )
 test_packages=(
-    xvfb openbox xdotool x11-utils imagemagick
+    xvfb openbox xdotool x11-utils imagemagick xterm fonts-dejavu-core xclip xsel procps
     pulseaudio pulseaudio-utils sox flite pocketsphinx pocketsphinx-en-us
-    dbus at-spi2-core python3 python3-gi
+    dbus at-spi2-core python3-gi
 )
 
 case "${1:-}" in

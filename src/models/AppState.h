@@ -255,6 +255,14 @@ public:
     [[nodiscard]] ActiveWindow activeWindow() const { return m_activeWindow; }
     [[nodiscard]] bool isCompactMode() const { return m_isCompactMode; }
 
+    /// Hides every window but panels, and sends back those that come forward, the settings
+    /// excepted.
+    void switchToCompactMode();
+    /// Brings the main window back; `stealFocus` takes the keyboard focus from other programs.
+    void switchToMainWindow(bool stealFocus);
+    /// Whether the user has ever switched windows.
+    [[nodiscard]] bool didUserTriggerWindowSwitch() const { return m_didUserTriggerWindowSwitch; }
+
     /// Both act on the main window and do nothing without one.
     Q_INVOKABLE void applyAlwaysOnTop();
     Q_INVOKABLE void applyWindowOpacity();
@@ -374,11 +382,15 @@ private:
     void initializeServices();
     void cleanupOrphanedWAVFiles();
     void openHistory();
+    void startAccessibilityPolling();
+    void handleAccessibilityChange(bool granted);
     void loadModel();
     void notifyModelLoaded();
 
     // AppState_windows.cpp
     [[nodiscard]] std::shared_ptr<AppWindow> findMainWindow();
+    void guardAgainstWindows();
+    void sweepWindows();
 
     template <typename Property, typename Value>
     void store(Property& property, const Value& value, const QString& key);
@@ -447,10 +459,13 @@ private:
     QUORVIN_FIELD(bool, microphoneAuthorized, false)
     QUORVIN_FIELD(bool, accessibilityAuthorized, false)
     QUORVIN_FIELD(bool, automationAuthorized, false)
+    CancellableTask m_accessibilityPollTask;
 
     QUORVIN_FIELD(ActiveWindow, activeWindow, ActiveWindow::main)
     QUORVIN_FIELD(bool, isCompactMode, false)
+    bool m_didUserTriggerWindowSwitch = false;
     std::weak_ptr<AppWindow> m_mainWindow;
+    WindowSystem::Subscription m_windowGuard;
 
     QUORVIN_FIELD(QList<double>, compactBarHeights, QList<double>(compactBarCount, 0.03))
     QUORVIN_FIELD(double, compactElapsed, 0.0)

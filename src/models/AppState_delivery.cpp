@@ -27,9 +27,6 @@ const QString orchestratorText =
 
 const QString diagnosticToken = u"TEST_QUORVIN"_s;
 
-const QString accessibilitySettings =
-    u"x-apple.systempreferences:com.apple.preference.security?Privacy_Accessibility"_s;
-
 /// What the focused terminal gets: the text, then the paths of the images.
 QString focusedTerminalPayload(const QString& text, const QList<QUrl>& images) {
     QString payload = text;
@@ -179,7 +176,7 @@ void AppState::demandAccessibility() {
                                u"Open System Settings → Privacy → Accessibility, remove Quorvin "
                                u"and add it back."_s,
                                u"transfer.error"_s, NotificationSound::critical);
-    m_platform.workspace.openURL(accessibilitySettings);
+    m_agentService.openAccessibilitySettings();
 }
 
 void AppState::compactSendCommand() {

@@ -3,6 +3,7 @@
 #include "platform/AudioHost.h"
 #include "platform/Scheduler.h"
 #include "platform/UserDefaults.h"
+#include "platform/Workspace.h"
 
 #include <QDir>
 #include <QFile>
@@ -11,6 +12,13 @@
 using namespace Qt::Literals::StringLiterals;
 
 namespace quorvin {
+
+namespace {
+
+constexpr auto accessibilityPollPeriod = std::chrono::seconds(30);
+constexpr double revocationFeedback = 5.0; // seconds
+
+} // namespace
 
 void AppState::checkPermissions() {
     m_accessibilityAuthorized = testAccessibility();
@@ -69,6 +77,35 @@ void AppState::initializeServices() {
     m_whisperService.translateToEnglish = translateToEnglish();
     m_audioService.setInputGain(inputGainDB());
     m_audioService.setNoiseGate(noiseGatePercent() / 100);
+    startAccessibilityPolling();
+}
+
+void AppState::startAccessibilityPolling() {
+    m_accessibilityPollTask =
+        m_platform.scheduler.start([self = QPointer(this), &scheduler = m_platform.scheduler](
+                                       CancellationToken token) -> Task<> {
+            while (!token.isCancelled()) {
+                co_await scheduler.sleep(accessibilityPollPeriod);
+                if (!self || token.isCancelled()) {
+                    co_return;
+                }
+                self->handleAccessibilityChange(self->testAccessibility());
+            }
+        });
+}
+
+void AppState::handleAccessibilityChange(bool granted) {
+    if (granted == accessibilityAuthorized()) {
+        return;
+    }
+    m_accessibilityAuthorized = granted;
+    if (granted) {
+        log(ActivityType::success, u"Accessibility permission granted ✓ — ready to send"_s);
+        return;
+    }
+    log(ActivityType::error, u"Accessibility revoked — re-grant in System Settings"_s);
+    showCompactFeedback(u"⚠ re-grant Accessibility"_s, revocationFeedback);
+    m_agentService.openAccessibilitySettings();
 }
 
 void AppState::cleanupOrphanedWAVFiles() {

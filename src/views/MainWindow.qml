@@ -10,7 +10,7 @@ ApplicationWindow {
     width: 520
     height: 640
     minimumWidth: 380
-    minimumHeight: 460
+    minimumHeight: 520
     visible: true
     title: "Quorvin"
     color: Look.background
@@ -101,7 +101,7 @@ ApplicationWindow {
             }
             ActionButton {
                 Layout.fillWidth: true
-                Layout.preferredWidth: 1 // the same for both, whatever their texts
+                Layout.preferredWidth: 1
                 text: "OpenCode"
                 enabled: parent.hasSomething
                 onClicked: window.appState.sendToOpenCode()

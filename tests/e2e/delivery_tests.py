@@ -10,7 +10,6 @@ ORCHESTRATOR = (
     "[ORCHESTRATOR CONTEXT] You are Claude Opus — the ORCHESTRATOR. You have subagents (Claude "
     "Sonnet 4.6+) that do ALL execution work. NEVER write code yourself. Delegate to CoderAgent, "
     "BuildAgent, TestEngineer, etc. Read → Plan → Delegate → Review. Save Opus tokens.\n")
-REQUEST_HEADER = "%s\n### Request\n%s\n" % ("-" * 49, "-" * 49)
 
 # Of one to four bytes in UTF-8, a combining mark, a line with blanks at both ends, an empty line.
 UNICODE_DRAFT = ("Fix the naïve parser: “quotes”, ¡señal!, Ω ≠ 漢字, e\N{COMBINING ACUTE ACCENT} 🦊\n"
@@ -42,9 +41,10 @@ class DeliveryCase(ProgramTest):
         """Settings without the text for orchestrators."""
         self.home.write_settings(json.dumps({"onboardingComplete": True, "agentsIncluded": False}))
 
-    def assert_told_once(self, terminal, text):
-        terminal.wait_for_submission()
-        self.assertEqual((terminal.submitted, terminal.prompt), ([text], ""))
+    def assert_told(self, terminal, *texts):
+        """Each of them once, and nothing else."""
+        self.assertEqual(terminal.type_to_prompt("x"), "x")
+        self.assertEqual(terminal.submitted, list(texts))
 
 
 class DeliveryTests(DeliveryCase):
@@ -60,10 +60,10 @@ class DeliveryTests(DeliveryCase):
         program.click("Claude")
 
         program.wait_for_activity("Sent to Claude successfully")
-        self.assert_told_once(terminal, ORCHESTRATOR + draft)
+        self.assert_told(terminal, ORCHESTRATOR + draft)
         self.assertEqual(program.draft(), "")
         [row] = self.home.history()
-        self.assertEqual((row["text"], row["sent_to"]), (draft, "Claude"))
+        self.assertEqual((row["text"], row["sent_to"], row["duration"]), (draft, "Claude", 0.0))
 
     def test_a_draft_arrives_letter_by_letter(self):
         self.send_plain_drafts()
@@ -74,7 +74,7 @@ class DeliveryTests(DeliveryCase):
         program.click("Claude")
 
         program.wait_for_activity("Sent to Claude successfully")
-        self.assert_told_once(terminal, UNICODE_DRAFT)
+        self.assert_told(terminal, UNICODE_DRAFT)
         self.assertEqual(self.home.history(), [])
 
     def test_an_agent_without_bracketed_paste_gets_a_line(self):
@@ -85,7 +85,8 @@ class DeliveryTests(DeliveryCase):
 
         program.click("Claude")
 
-        self.assert_told_once(terminal, SENTENCE)
+        program.wait_for_activity("Sent to Claude successfully")
+        self.assert_told(terminal, SENTENCE)
 
     def test_opencode_gets_its_own_message(self):
         self.send_plain_drafts()
@@ -97,8 +98,8 @@ class DeliveryTests(DeliveryCase):
         program.click("OpenCode")
 
         program.wait_for_activity("Sent to OpenCode successfully")
-        self.assert_told_once(opencode, SENTENCE)
-        self.assertEqual((claude.submitted, claude.prompt), ([], ""))
+        self.assert_told(opencode, SENTENCE)
+        self.assert_told(claude)
 
     def test_without_a_draft_nothing_is_sent(self):
         self.send_plain_drafts()
@@ -111,7 +112,7 @@ class DeliveryTests(DeliveryCase):
         program.click("Claude")
 
         program.wait_for_activity("Sent to Claude successfully")
-        self.assert_told_once(terminal, SENTENCE)
+        self.assert_told(terminal, SENTENCE)
         self.assertEqual([line for line in program.activity() if line.startswith("Sending")],
                          ["Sending to Claude... (please run the unit tests and fix the fi...)"])
 
@@ -140,8 +141,8 @@ class DeliveryTests(DeliveryCase):
         program.click("beta   " + second.tty)
 
         program.wait_for_activity("Sent to Claude successfully")
-        self.assert_told_once(second, SENTENCE)
-        self.assertEqual((first.submitted, first.prompt), ([], ""))
+        self.assert_told(second, SENTENCE)
+        self.assert_told(first)
 
     def test_a_terminal_closed_in_the_meantime_costs_only_the_delivery(self):
         self.send_plain_drafts()
@@ -167,7 +168,8 @@ class DeliveryTests(DeliveryCase):
         program.paste_draft(UNICODE_DRAFT)
 
         program.click("Claude")
-        self.assert_told_once(terminal, UNICODE_DRAFT)
+        program.wait_for_activity("Sent to Claude successfully")
+        terminal.wait_for_submission()
 
         display = self.desktop.display
         for selection in ("clipboard", "primary"):
@@ -189,4 +191,4 @@ class UnmanagedDeliveryTests(DeliveryCase):
         program.click("Claude")
 
         program.wait_for_activity("Sent to Claude successfully")
-        self.assert_told_once(terminal, SENTENCE)
+        self.assert_told(terminal, SENTENCE)

@@ -4,15 +4,17 @@
 #include <QEventLoop>
 #include <QTimer>
 
+#include <chrono>
 #include <functional>
 
 namespace quorvin::testing {
 
-/// Lets events happen until `condition` is true; false when that takes longer than ten seconds. For
+/// Lets events happen until `condition` is true; false when that takes longer than `patience`. For
 /// what other processes do, never for the program's own time.
-[[nodiscard]] inline bool eventually(const std::function<bool()>& condition) {
-    constexpr qint64 patience = 10'000; // milliseconds
-    constexpr int glance = 5;
+[[nodiscard]] inline bool
+eventually(const std::function<bool()>& condition,
+           std::chrono::milliseconds patience = std::chrono::seconds(10)) {
+    constexpr int glance = 5; // milliseconds
     const QDeadlineTimer deadline(patience);
     while (!condition()) {
         if (deadline.hasExpired()) {

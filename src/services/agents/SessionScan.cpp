@@ -42,7 +42,7 @@ QString getProcessCWD(ProcessTable& table, ProcessID pid) {
 }
 
 QString title(ProcessTable& table, ProcessID pid, AgentType type) {
-    const QString directory = getProcessCWD(table, pid);
+    QString directory = getProcessCWD(table, pid);
     if (!directory.isEmpty() && directory != u"/" && directory != u"unknown") {
         return directory;
     }

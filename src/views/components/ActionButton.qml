@@ -14,7 +14,9 @@ Button {
 
     background: Rectangle {
         radius: Look.radius
-        color: button.down ? Look.border : button.hovered ? Qt.lighter(Look.surface, 1.3) : Look.surface
+        color: button.down ? Look.border
+                           : button.enabled && button.hovered ? Qt.lighter(Look.surface, 1.3)
+                                                              : Look.surface
         border.color: button.visualFocus ? Look.accent : Look.border
     }
     contentItem: Text {
@@ -22,6 +24,7 @@ Button {
         font: button.font
         color: Look.text
         opacity: button.enabled ? 1 : 0.4
+        elide: Text.ElideMiddle
         horizontalAlignment: Text.AlignHCenter
         verticalAlignment: Text.AlignVCenter
     }

@@ -18,6 +18,12 @@ ListView {
 
     onCountChanged: Qt.callLater(positionViewAtEnd)
 
+    TextMetrics {
+        id: widestTime
+        text: "00:00:00"
+        font.pixelSize: 12
+    }
+
     delegate: Row {
         id: line
 
@@ -30,6 +36,7 @@ ListView {
         Accessible.name: message.text
 
         Text {
+            width: Math.ceil(widestTime.advanceWidth)
             text: line.entry.time
             color: Look.secondaryText
             font.pixelSize: 12

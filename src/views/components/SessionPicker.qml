@@ -24,6 +24,7 @@ Sheet {
 
             Layout.fillWidth: true
             Layout.minimumWidth: 280
+            Layout.maximumWidth: picker.parent.width - 80
             text: session.title + "   " + session.terminal
             onClicked: picker.picked(session)
         }

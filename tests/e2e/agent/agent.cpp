@@ -1,10 +1,10 @@
 // A stand-in for a coding agent in a terminal: takes what is typed, as such programs do, and keeps
 // it in a file. Its process has the name under which it is started, mostly that of a symbolic link.
 //
-//     agent FILE [plain]
+//     agent FILE
 //
-// FILE gets every byte that comes in. FILE.ready appears when the agent reads. Unless "plain" is
-// given, it asks the terminal to mark what is pasted.
+// FILE gets every byte that comes in. FILE.ready appears, with the path of the terminal device in
+// it, when the agent reads. It asks the terminal to mark what is pasted.
 
 #include <array>
 #include <cstdio>
@@ -34,15 +34,27 @@ void write(int descriptor, const char* bytes, std::size_t count) {
     }
 }
 
+/// The file appears with its content.
+void sayReady(const std::string& file) {
+    const char* const tty = ttyname(STDIN_FILENO);
+    const std::string draft = file + ".draft";
+    const int ready = open(draft.c_str(), O_WRONLY | O_CREAT, 0600);
+    if (tty == nullptr || ready == -1) {
+        fail("ready");
+    }
+    write(ready, tty, std::strlen(tty));
+    close(ready);
+    std::rename(draft.c_str(), file.c_str());
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
     if (argc < 2) {
-        std::fputs("usage: agent FILE [plain]\n", stderr);
+        std::fputs("usage: agent FILE\n", stderr);
         return 2;
     }
     const std::string file = argv[1];
-    const bool isPlain = argc > 2 && std::strcmp(argv[2], "plain") == 0;
 
     termios mode{};
     if (tcgetattr(STDIN_FILENO, &mode) != 0) {
@@ -53,16 +65,14 @@ int main(int argc, char** argv) {
     if (tcsetattr(STDIN_FILENO, TCSANOW, &mode) != 0) {
         fail("tcsetattr");
     }
-    if (!isPlain) {
-        constexpr char markPastes[] = "\x1b[?2004h";
-        write(STDOUT_FILENO, markPastes, sizeof markPastes - 1);
-    }
+    constexpr char markPastes[] = "\x1b[?2004h";
+    write(STDOUT_FILENO, markPastes, sizeof markPastes - 1);
+
     const int kept = open(file.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
-    const int ready = open((file + ".ready").c_str(), O_WRONLY | O_CREAT, 0600);
-    if (kept == -1 || ready == -1) {
+    if (kept == -1) {
         fail("open");
     }
-    close(ready);
+    sayReady(file + ".ready");
 
     std::array<char, 65536> buffer{};
     for (;;) {

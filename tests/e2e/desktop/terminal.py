@@ -17,7 +17,6 @@ class AgentTerminal:
         self._desktop = desktop
         working_directory = os.path.join(directory, project)
         os.mkdir(working_directory)
-        self.project = project
         command = ["xterm", "-fa", "Monospace", "-fs", "10", "-geometry", "72x16" + place,
                    "-e", home.install_agent(agent), self._state_path]
         if not bracketed_paste:
@@ -27,8 +26,8 @@ class AgentTerminal:
 
     def __enter__(self):
         self._child.wait_until(lambda: os.path.exists(self._state_path), "a listening agent")
-        self._child.wait_until(lambda: self._desktop.display.windows_of(self._child.pid),
-                               "the terminal's window")
+        [self._window, *_] = self._child.wait_until(
+            lambda: self._desktop.display.windows_of(self._child.pid), "the terminal's window")
         return self
 
     def __exit__(self, *_):
@@ -47,14 +46,20 @@ class AgentTerminal:
         return self._state()["tty"]
 
     @property
-    def prompt(self):
-        """What stands at the agent's prompt and was not submitted."""
-        return self._state()["prompt"]
-
-    @property
     def submitted(self):
         """The texts that the agent was told, oldest first."""
         return self._state()["submitted"]
 
     def wait_for_submission(self):
         self._child.wait_until(lambda: self.submitted, "a text submitted to the agent")
+
+    def type_to_prompt(self, letter):
+        """Presses a key in the terminal and returns what stands at the prompt then.
+
+        The agent has read everything that was typed and pasted before.
+        """
+        self._desktop.display.focus(self._window)
+        self._desktop.display.press(letter)
+        self._child.wait_until(lambda: self._state()["prompt"].endswith(letter),
+                               "%r at the agent's prompt" % letter)
+        return self._state()["prompt"]

@@ -3,6 +3,7 @@
 using namespace quorvin;
 using namespace quorvin::testing;
 using namespace Qt::Literals::StringLiterals;
+using namespace std::chrono_literals;
 
 using Startup = AppStateTest;
 
@@ -89,4 +90,45 @@ TEST_F(Startup, ResettingBringsTheWizardBackAtOnce) {
     start().resetOnboarding();
     EXPECT_TRUE(app().needsOnboarding());
     EXPECT_EQ(defaults.boolean(u"onboardingComplete"_s), false);
+}
+
+TEST_F(Startup, ARevokedPermissionIsToldOnceWithFeedbackAndSettings) {
+    AppState& app = start();
+    scheduler.runPosted();
+    ASSERT_TRUE(app.accessibilityAuthorized());
+    keyEvents.trusted = false;
+    scheduler.advance(29s);
+    EXPECT_TRUE(app.accessibilityAuthorized());
+    scheduler.advance(1s);
+    EXPECT_FALSE(app.accessibilityAuthorized());
+    EXPECT_EQ(app.compactFeedback(), u"⚠ re-grant Accessibility"_s);
+    scheduler.advance(5s);
+    EXPECT_EQ(app.compactFeedback(), QString());
+    scheduler.advance(120s);
+    EXPECT_EQ(feed(ActivityType::error),
+              QStringList{u"Accessibility revoked — re-grant in System Settings"_s});
+    EXPECT_EQ(workspace.openedURLs,
+              std::vector{u"x-apple.systempreferences:com.apple.preference.security?"
+                          u"Privacy_Accessibility"_s});
+}
+
+TEST_F(Startup, AGrantedPermissionIsToldOnce) {
+    keyEvents.trusted = false;
+    AppState& app = start();
+    scheduler.runPosted();
+    EXPECT_FALSE(app.accessibilityAuthorized());
+    keyEvents.trusted = true;
+    scheduler.advance(120s);
+    EXPECT_TRUE(app.accessibilityAuthorized());
+    EXPECT_TRUE(app.agentService().accessibilityGranted());
+    EXPECT_EQ(feed(ActivityType::success).last(),
+              u"Accessibility permission granted ✓ — ready to send"_s);
+    EXPECT_EQ(feed(ActivityType::success).size(), 3);
+}
+
+TEST_F(Startup, TheAutomationPermissionIsAskedInATask) {
+    AppState& app = start();
+    EXPECT_FALSE(app.automationAuthorized());
+    scheduler.runPosted();
+    EXPECT_TRUE(app.automationAuthorized());
 }

@@ -10,7 +10,6 @@ using namespace std::chrono_literals;
 using AppStateSettings = AppStateTest;
 using AppStateChannels = AppStateTest;
 using AppStateHistory = AppStateTest;
-using AppStateWindows = AppStateTest;
 
 TEST_F(AppStateSettings, FieldsBeginAsDocumented) {
     const AppState& app = start();
@@ -196,39 +195,4 @@ TEST_F(AppStateHistory, IsEmptyWithoutAStore) {
     EXPECT_EQ(app.historyService(), nullptr);
     app.loadHistory();
     EXPECT_TRUE(app.historyEntries().isEmpty());
-}
-
-TEST_F(AppStateWindows, LevelAndOpacityGoToTheMainWindow) {
-    const auto panel = windowSystem.add(u"Panel"_s, true);
-    const auto window = windowSystem.add(u"Quorvin"_s);
-    AppState& app = start();
-    app.setWindowOpacity(0.6);
-    app.applyWindowOpacity();
-    app.applyAlwaysOnTop();
-    EXPECT_EQ(window->alpha, 0.6);
-    EXPECT_EQ(window->level, AppWindow::Level::floating);
-    EXPECT_EQ(panel->alpha, 1.0);
-    EXPECT_EQ(panel->level, AppWindow::Level::normal);
-    app.setAlwaysOnTop(false);
-    app.applyAlwaysOnTop();
-    EXPECT_EQ(window->level, AppWindow::Level::normal);
-}
-
-TEST_F(AppStateWindows, NothingChangesWhenOnlyPanelsAreOpen) {
-    const auto panel = windowSystem.add(u"Panel"_s, true);
-    AppState& app = start();
-    app.setWindowOpacity(0.6);
-    app.applyWindowOpacity();
-    app.applyAlwaysOnTop();
-    EXPECT_EQ(panel->alpha, 1.0);
-    EXPECT_EQ(panel->level, AppWindow::Level::normal);
-}
-
-TEST_F(AppStateWindows, StoredLevelAndOpacityWaitForTheirNextChange) {
-    defaults.setDouble(u"windowOpacity"_s, 0.5);
-    const auto window = windowSystem.add(u"Quorvin"_s);
-    start();
-    scheduler.runPosted();
-    EXPECT_EQ(window->alpha, 1.0);
-    EXPECT_EQ(window->level, AppWindow::Level::normal);
 }

@@ -26,6 +26,14 @@ struct CloseDirectory {
 };
 using Directory = std::unique_ptr<DIR, CloseDirectory>;
 
+/// The name of the next entry; null at the end and for a directory that can't be read.
+const char* nextName(const Directory& directory) {
+    // Safe on many threads as long as each has a stream of its own.
+    // NOLINTNEXTLINE(concurrency-mt-unsafe)
+    const dirent* const file = directory ? readdir(directory.get()) : nullptr;
+    return file == nullptr ? nullptr : file->d_name;
+}
+
 /// The first kilobyte, which is more than a "stat" holds; empty when the file can't be read.
 QByteArray head(const QByteArray& path) {
     const int descriptor = open(path.constData(), O_RDONLY | O_CLOEXEC);
@@ -96,10 +104,10 @@ std::optional<std::vector<ProcessID>> ProcfsProcessTable::processIdentifiers() c
         return std::nullopt;
     }
     std::vector<ProcessID> identifiers;
-    while (const dirent* file = readdir(directory.get())) {
-        const char* const end = file->d_name + std::strlen(file->d_name);
+    while (const char* name = nextName(directory)) {
+        const char* const end = name + std::strlen(name);
         ProcessID identifier = 0;
-        const auto parsed = std::from_chars(file->d_name, end, identifier);
+        const auto parsed = std::from_chars(name, end, identifier);
         if (parsed.ec == std::errc() && parsed.ptr == end) {
             identifiers.push_back(identifier);
         }
@@ -182,10 +190,10 @@ ProcfsProcessTable::openDevices(ProcessID processIdentifier) {
     }
     std::vector<OpenDevice>& devices = m_openDevices[processIdentifier];
     const Directory descriptors(opendir(entry(processIdentifier, "fd").constData()));
-    while (const dirent* file = descriptors ? readdir(descriptors.get()) : nullptr) {
-        const QByteArray target = linkTarget(dirfd(descriptors.get()), file->d_name);
+    while (const char* name = nextName(descriptors)) {
+        const QByteArray target = linkTarget(dirfd(descriptors.get()), name);
         if (target.startsWith("/dev/")) {
-            devices.push_back({target, file->d_name});
+            devices.push_back({target, name});
         }
     }
     return devices;
