@@ -11,5 +11,6 @@ function(quorvin_unit_test name)
     gtest_discover_tests(${name}
         TEST_PREFIX "${name}."
         PROPERTIES LABELS unit TIMEOUT 60
-        DISCOVERY_TIMEOUT 60)
+        DISCOVERY_TIMEOUT 60
+        NO_PRETTY_VALUES)
 endfunction()

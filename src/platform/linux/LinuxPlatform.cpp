@@ -50,9 +50,8 @@ struct LinuxPlatform::Parts {
     QtPasteboard pasteboard;
     XTestKeyEvents keyEvents{scheduler, display};
     X11TerminalWindows terminalWindows{display};
-    LinuxTerminalAutomation terminalAutomation{
-        scheduler, workspace, terminalWindows,
-        LinuxTerminalAutomation::thisSystem(makeProcessTable)};
+    LinuxTerminalAutomation terminalAutomation{scheduler, workspace, terminalWindows,
+                                               LinuxTerminalAutomation::thisSystem()};
 
     const Platform platform{
         scheduler,
@@ -73,7 +72,10 @@ struct LinuxPlatform::Parts {
 
 LinuxPlatform::LinuxPlatform() : m_parts(std::make_unique<Parts>()) {}
 
-LinuxPlatform::~LinuxPlatform() = default;
+LinuxPlatform::~LinuxPlatform() {
+    // Work in the background hands its results to the scheduler.
+    QThreadPool::globalInstance()->waitForDone();
+}
 
 const Platform& LinuxPlatform::platform() const {
     return m_parts->platform;

@@ -18,10 +18,8 @@ constexpr auto watchdogLimit = 3s;
 
 } // namespace
 
-LinuxTerminalAutomation::System
-LinuxTerminalAutomation::thisSystem(ProcessTableFactory makeProcessTable) {
-    return {std::move(makeProcessTable), QDBusConnection::sessionBus(),
-            QStandardPaths::findExecutable(u"tmux"_s), u"/proc"_s};
+LinuxTerminalAutomation::System LinuxTerminalAutomation::thisSystem() {
+    return {QDBusConnection::sessionBus(), QStandardPaths::findExecutable(u"tmux"_s), u"/proc"_s};
 }
 
 LinuxTerminalAutomation::LinuxTerminalAutomation(Scheduler& scheduler, Workspace& workspace,
@@ -42,7 +40,7 @@ LinuxTerminalAutomation::~LinuxTerminalAutomation() {
 
 Task<TabFocus> LinuxTerminalAutomation::focusTab(QString /*bundleIdentifier*/, QString tty) {
     const std::weak_ptr isAlive(m_isAlive);
-    const TerminalProcesses processes(m_system.makeProcessTable(), m_system.processDirectory);
+    const TerminalProcesses processes(m_system.processDirectory);
     try {
         const auto session = co_await visibleSession(tty, processes);
         if (isAlive.expired() || !session) {

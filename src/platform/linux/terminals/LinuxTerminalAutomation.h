@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/ProcessTable.h"
 #include "platform/TerminalAutomation.h"
 #include "platform/linux/terminals/SessionBus.h"
 #include "platform/linux/terminals/TabControl.h"
@@ -26,12 +25,11 @@ class LinuxTerminalAutomation final : public TerminalAutomation {
 public:
     /// What a test replaces.
     struct System {
-        ProcessTableFactory makeProcessTable;
         QDBusConnection sessionBus;
         QString tmux;             ///< path of the program; empty when there is none
-        QString processDirectory; ///< where the kernel shows the processes' environments
+        QString processDirectory; ///< where the kernel shows the processes
     };
-    [[nodiscard]] static System thisSystem(ProcessTableFactory makeProcessTable);
+    [[nodiscard]] static System thisSystem();
 
     /// All outlive this object.
     LinuxTerminalAutomation(Scheduler& scheduler, Workspace& workspace, TerminalWindows& windows,

@@ -1,13 +1,13 @@
 #pragma once
 
-#include "platform/ProcessTable.h"
+#include "platform/Workspace.h"
 
 #include <QByteArray>
 #include <QHash>
 #include <QString>
 
 #include <algorithm>
-#include <memory>
+#include <map>
 #include <optional>
 #include <vector>
 
@@ -29,21 +29,24 @@ struct TerminalSession {
 /// The processes and their terminal devices as they were when this was made.
 class TerminalProcesses {
 public:
-    /// `processDirectory` is where the kernel shows the processes' environments.
-    TerminalProcesses(std::unique_ptr<ProcessTable> table, QString processDirectory);
+    /// `directory` is where the kernel shows the processes.
+    explicit TerminalProcesses(QString directory);
 
     /// Absent when no process is on `tty`, a full path.
     [[nodiscard]] std::optional<TerminalSession> sessionOn(const QString& tty) const;
     [[nodiscard]] bool isOn(ProcessID process, const QString& tty) const;
 
 private:
+    struct Process {
+        ProcessID parent = 0;
+        QString tty; // empty for none
+    };
+
     [[nodiscard]] std::vector<ProcessID> ancestorsOf(ProcessID process) const;
     [[nodiscard]] QHash<QByteArray, QByteArray> environmentOf(ProcessID process) const;
 
-    std::unique_ptr<ProcessTable> m_table;
-    QString m_processDirectory;
-    QHash<ProcessID, QString> m_terminals;
-    std::vector<ProcessID> m_processes; // in the order of their numbers
+    QString m_directory;
+    std::map<ProcessID, Process> m_processes;
 };
 
 } // namespace quorvin

@@ -29,6 +29,10 @@ protected:
     static qsizetype threadCount() {
         return QDir(u"/proc/self/task"_s).entryList(QDir::Dirs | QDir::NoDotAndDotDot).size();
     }
+    /// Ends the process with all its clean-up, as a return from `main` does.
+    [[noreturn]] static void end(int status) {
+        std::exit(status); // NOLINT(concurrency-mt-unsafe): with the sound thread still there
+    }
     /// In a process of its own, to see it end: makes three players, plays each of them twice, and
     /// ends as the program does. The exit code is 0 unless something held up this thread.
     [[noreturn]] void playAndExit() const {
@@ -43,10 +47,10 @@ protected:
                 (*player)->playFromStart();
             }
             if (timer.elapsed() > 5000) {
-                std::exit(1);
+                end(1);
             }
         }
-        std::exit(0);
+        end(0);
     }
 
     QTemporaryDir directory;
@@ -84,7 +88,7 @@ TEST_F(QtSoundPlayersTest, ASoundServerThatNeverAnswersHoldsUpNobody) {
         {
             QLocalServer server; // takes connections and says nothing
             if (!server.listen(directory.filePath(u"native"_s))) {
-                std::exit(2);
+                end(2);
             }
             playAndExit();
         },

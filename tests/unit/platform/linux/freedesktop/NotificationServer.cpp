@@ -11,7 +11,7 @@ using namespace Qt::Literals::StringLiterals;
 
 NotificationServer::NotificationServer(QDBusConnection bus) : m_bus(std::move(bus)) {
     if (!m_bus.registerObject(u"/org/freedesktop/Notifications"_s, this,
-                              QDBusConnection::ExportAllSlots) ||
+                              QDBusConnection::ExportAllInvokables) ||
         !m_bus.registerService(u"org.freedesktop.Notifications"_s)) {
         throw std::runtime_error("The name is taken");
     }

@@ -43,11 +43,10 @@ public:
     /// What `Notify` fails with; nothing when empty.
     QString error;
 
-public Q_SLOTS:
-    QStringList GetCapabilities();
-    uint Notify(const QString& appName, uint replacesId, const QString& appIcon,
-                const QString& summary, const QString& body, const QStringList& actions,
-                const QVariantMap& hints, int expireTimeout);
+    Q_INVOKABLE QStringList GetCapabilities();
+    Q_INVOKABLE uint Notify(const QString& appName, uint replacesId, const QString& appIcon,
+                            const QString& summary, const QString& body, const QStringList& actions,
+                            const QVariantMap& hints, int expireTimeout);
 
 private:
     QVariant reply(const QVariant& value);

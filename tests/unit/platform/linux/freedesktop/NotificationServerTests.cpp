@@ -248,8 +248,8 @@ TEST_F(NotificationServerTest, AServerThatCannotStartIsStartedOnce) {
 }
 
 TEST_F(NotificationServerTest, AServerIsStartedForTheFirstBanner) {
-    bus.addActivatableService(
-        service, u"touch %1\nexec sleep 30\n"_s.arg(bus.filePath(u"started"_s)));
+    bus.addActivatableService(service,
+                              u"touch %1\nexec sleep 30\n"_s.arg(bus.filePath(u"started"_s)));
     startProgram();
     add(u"id"_s, u"t"_s);
     ASSERT_TRUE(waitUntil([&] { return QFile::exists(bus.filePath(u"started"_s)); }));

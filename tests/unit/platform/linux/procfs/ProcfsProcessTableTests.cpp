@@ -40,8 +40,10 @@ protected:
 TEST_F(ProcfsProcessTableTest, NumbersAreOrderedAsNumbers) {
     write(u"10/stat"_s, "10 (b) S 1 1 1 34816 1");
     write(u"9/stat"_s, "9 (a) S 1 1 1 0 1");
-    EXPECT_THAT(table.rows().value(), ElementsAre(ProcessRow{9, u"a"_s, std::nullopt},
-                                                  ProcessRow{10, u"b"_s, u"pts/0"_s}));
+    write(u"11/stat"_s, "11 (c) S 1 1 1 0 1");
+    EXPECT_THAT(table.rows().value(),
+                ElementsAre(ProcessRow{9, u"a"_s, std::nullopt}, ProcessRow{10, u"b"_s, u"pts/0"_s},
+                            ProcessRow{11, u"c"_s, std::nullopt}));
 }
 
 TEST_F(ProcfsProcessTableTest, WhatIsNoReadableProcessIsPassedOver) {

@@ -23,29 +23,40 @@ FrozenBus::~FrozenBus() {
 AutomationTest::~AutomationTest() = default;
 
 void AutomationTest::addProgram(ProcessID pid, ProcessID parent) {
-    processes.rows.push_back({pid, u"terminal"_s, std::nullopt});
-    processes.parents[pid] = parent;
+    addProcess(pid, "terminal", parent, 0);
 }
 
-void AutomationTest::addShell(ProcessID pid, ProcessID parent, const QString& terminal,
-                              const Environment& environment) {
-    processes.rows.push_back({pid, u"sh"_s, terminal});
-    processes.parents[pid] = parent;
-    QDir(directory.path()).mkpath(QString::number(pid));
-    QFile file(directory.filePath(u"%1/environ"_s.arg(pid)));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+void AutomationTest::addShell(ProcessID pid, ProcessID parent, int pseudoTerminal,
+                              const Environment& environment, const QByteArray& name) {
+    constexpr int pseudoTerminals = 136 << 8; // as the kernel packs the numbers of devices
+    addProcess(pid, name, parent, pseudoTerminals + pseudoTerminal);
+    QByteArray content;
     for (auto variable = environment.begin(); variable != environment.end(); ++variable) {
-        file.write(variable.key() + '=' + variable.value() + '\0');
+        content += variable.key() + '=' + variable.value() + '\0';
     }
+    writeFile(pid, u"environ"_s, content);
+}
+
+void AutomationTest::addProcess(ProcessID pid, const QByteArray& name, ProcessID parent,
+                                int device) {
+    writeFile(pid, u"stat"_s,
+              QByteArray::number(pid) + " (" + name + ") S " + QByteArray::number(parent) + ' ' +
+                  QByteArray::number(pid) + ' ' + QByteArray::number(pid) + ' ' +
+                  QByteArray::number(device) + " -1 4194304 0 0\n");
+}
+
+void AutomationTest::writeFile(ProcessID pid, const QString& name, const QByteArray& content) {
+    QDir(directory.path()).mkpath(QString::number(pid));
+    QFile file(directory.filePath(u"%1/%2"_s.arg(pid).arg(name)));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(content);
 }
 
 LinuxTerminalAutomation& AutomationTest::automation() {
     if (!m_automation) {
         m_automation = std::make_unique<LinuxTerminalAutomation>(
             scheduler, workspace, windows,
-            LinuxTerminalAutomation::System{
-                [this] { return std::make_unique<FakeProcessTable>(processes); }, bus, tmux,
-                directory.path()});
+            LinuxTerminalAutomation::System{bus, tmux, directory.path()});
     }
     return *m_automation;
 }

@@ -3,7 +3,6 @@
 #include "platform/linux/terminals/LinuxTerminalAutomation.h"
 #include "support/Eventually.h"
 #include "support/VirtualScheduler.h"
-#include "support/fakes/FakeProcessTable.h"
 #include "support/fakes/FakeWorkspace.h"
 #include "unit/platform/linux/freedesktop/PrivateBus.h"
 
@@ -50,9 +49,9 @@ protected:
 
     /// A process that is on no terminal device, such as a terminal.
     void addProgram(ProcessID pid, ProcessID parent = 1);
-    /// A process on a terminal device, such as "pts/3".
-    void addShell(ProcessID pid, ProcessID parent, const QString& terminal,
-                  const Environment& environment);
+    /// A process on the pseudo terminal of this number, which has the path "/dev/pts/<number>".
+    void addShell(ProcessID pid, ProcessID parent, int pseudoTerminal,
+                  const Environment& environment, const QByteArray& name = "sh");
 
     /// The automation of that machine; made at the first call.
     LinuxTerminalAutomation& automation();
@@ -65,12 +64,14 @@ protected:
     VirtualScheduler scheduler;
     FakeWorkspace workspace;
     FakeTerminalWindows windows;
-    QTemporaryDir directory; // for the environments, and for what a test puts there
-    FakeProcesses processes;
+    QTemporaryDir directory; // of the processes, and for what a test puts there
     QDBusConnection bus{QStringLiteral("no bus")};
     QString tmux;
 
 private:
+    void addProcess(ProcessID pid, const QByteArray& name, ProcessID parent, int device);
+    void writeFile(ProcessID pid, const QString& name, const QByteArray& content);
+
     std::unique_ptr<LinuxTerminalAutomation> m_automation;
 };
 

@@ -227,8 +227,8 @@ void TerminalsE2ETest::expectSubmitted(const Agent& agent, const QString& messag
     const auto [different, counterpart] =
         std::mismatch(pasted.begin(), pasted.end(), expected.begin(), expected.end());
     EXPECT_TRUE(different == pasted.end() && counterpart == expected.end())
-        << "different from byte " << different - pasted.begin() << " on: "
-        << pasted.mid(different - pasted.begin(), 200).toPercentEncoding().toStdString();
+        << "different from byte " << different - pasted.begin()
+        << " on: " << pasted.mid(different - pasted.begin(), 200).toPercentEncoding().toStdString();
 }
 
 void TerminalsE2ETest::press(xcb_keycode_t key) {

@@ -90,9 +90,8 @@ protected:
     X11TerminalWindows terminalWindows{connection};
     QtScheduler scheduler;
     XTestKeyEvents keyEvents{scheduler, connection};
-    LinuxTerminalAutomation automation{
-        scheduler, workspace, terminalWindows,
-        LinuxTerminalAutomation::thisSystem([] { return std::make_unique<ProcfsProcessTable>(); })};
+    LinuxTerminalAutomation automation{scheduler, workspace, terminalWindows,
+                                       LinuxTerminalAutomation::thisSystem()};
     AgentService service{scheduler, workspace,
                          [] { return std::make_unique<ProcfsProcessTable>(); },
                          [](const std::function<void()>& work) { work(); },

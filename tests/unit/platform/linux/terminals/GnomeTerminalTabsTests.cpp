@@ -32,7 +32,7 @@ protected:
     GnomeTerminalTabsTest() {
         bus = privateBus.connect();
         addProgram(terminal); // the bus knows the stand-in by the test's own process
-        addShell(100, terminal, u"pts/1"_s, environment());
+        addShell(100, terminal, 1, environment());
         windows.present = {{5001, terminal}, {5002, terminal}};
     }
 
@@ -74,7 +74,7 @@ TEST_F(GnomeTerminalTabsTest, WithoutShellIntegrationItsLastWindowIsActivated) {
 TEST_F(GnomeTerminalTabsTest, AnotherTerminalThatWasStartedInATabIsTakenForItself) {
     switchShellIntegrationOn();
     addProgram(70);
-    addShell(101, 70, u"pts/2"_s, environment());
+    addShell(101, 70, 2, environment());
     windows.present.push_back({7777, 70});
     EXPECT_EQ(focus(u"/dev/pts/2"_s).terminal, 70);
     EXPECT_THAT(provider.activated, IsEmpty());

@@ -45,8 +45,8 @@ protected:
         });
         EXPECT_TRUE(server.listen(socketPath()));
         addProgram(60);
-        addShell(100, 60, u"pts/1"_s, environment());
-        addShell(101, 60, u"pts/2"_s, environment());
+        addShell(100, 60, 1, environment());
+        addShell(101, 60, 2, environment());
         windows.present = {{5001, 60}, {5002, 60}};
         layout = {systemWindow(5001, {tab({kittyWindow(1, 100)})}),
                   systemWindow(5002, {tab({kittyWindow(2, 900)}),
@@ -106,7 +106,7 @@ TEST_F(KittyTabsTest, AForegroundProcessTellsTheDeviceAsWell) {
 
 TEST_F(KittyTabsTest, ATerminalThatWasStartedInKittyIsTakenForItself) {
     addProgram(70);
-    addShell(102, 70, u"pts/3"_s, environment());
+    addShell(102, 70, 3, environment());
     windows.present.push_back({5003, 70});
     const TabFocus answer = focus(u"/dev/pts/3"_s);
     EXPECT_EQ(answer.result, TabFocus::Result::notScriptable);
@@ -115,7 +115,7 @@ TEST_F(KittyTabsTest, ATerminalThatWasStartedInKittyIsTakenForItself) {
 }
 
 TEST_F(KittyTabsTest, WithoutRemoteControlTheWindowIsRaised) {
-    addShell(103, 60, u"pts/4"_s, {{"WINDOWID", "5002"}});
+    addShell(103, 60, 4, {{"WINDOWID", "5002"}});
     EXPECT_EQ(focus(u"/dev/pts/4"_s).result, TabFocus::Result::notScriptable);
     EXPECT_THAT(requests, IsEmpty());
     EXPECT_THAT(windows.raised, ElementsAre(5002));
@@ -161,7 +161,7 @@ TEST_F(KittyTabsTest, ASocketWithoutAFileIsReachedToo) {
     QLocalServer abstract;
     abstract.setSocketOptions(QLocalServer::AbstractNamespaceOption);
     ASSERT_TRUE(abstract.listen(QString::fromUtf8(name)));
-    addShell(104, 60, u"pts/5"_s, {{"KITTY_LISTEN_ON", "unix:@" + name}});
+    addShell(104, 60, 5, {{"KITTY_LISTEN_ON", "unix:@" + name}});
     const auto answer = beginFocus(u"/dev/pts/5"_s);
     EXPECT_TRUE(eventually([&] { return abstract.hasPendingConnections(); }));
 }

@@ -23,9 +23,9 @@ protected:
         konsole.addSession(2, 101);
         konsole.addSession(3, 102);
         addProgram(terminal); // the bus knows the stand-in by the test's own process
-        addShell(100, terminal, u"pts/1"_s, {{"WINDOWID", "5001"}});
-        addShell(101, terminal, u"pts/2"_s, {{"WINDOWID", "5001"}});
-        addShell(102, terminal, u"pts/3"_s, {{"WINDOWID", "5001"}}); // moved here since
+        addShell(100, terminal, 1, {{"WINDOWID", "5001"}});
+        addShell(101, terminal, 2, {{"WINDOWID", "5001"}});
+        addShell(102, terminal, 3, {{"WINDOWID", "5001"}}); // moved here since
         windows.present = {{5001, terminal}, {7777, 70}, {5002, terminal}};
     }
 
@@ -60,7 +60,7 @@ TEST_F(KonsoleTabsTest, WhenWindowsAreCountedDifferentlyTheToldOneIsRaised) {
 }
 
 TEST_F(KonsoleTabsTest, AnUnnamedKonsoleIsFoundThroughTheEnvironment) {
-    addShell(103, terminal, u"pts/4"_s, {{"KONSOLE_DBUS_SERVICE", konsole.uniqueName()}});
+    addShell(103, terminal, 4, {{"KONSOLE_DBUS_SERVICE", konsole.uniqueName()}});
     konsole.addWindow(11, {4});
     konsole.addSession(4, 103);
     EXPECT_EQ(focus(u"/dev/pts/4"_s).result, TabFocus::Result::found);
@@ -70,8 +70,7 @@ TEST_F(KonsoleTabsTest, AnUnnamedKonsoleIsFoundThroughTheEnvironment) {
 TEST_F(KonsoleTabsTest, AnotherTerminalThatWasStartedInKonsoleIsTakenForItself) {
     konsole.own(u"org.kde.konsole"_s);
     addProgram(70);
-    addShell(104, 70, u"pts/5"_s,
-             {{"KONSOLE_DBUS_SERVICE", konsole.uniqueName()}, {"WINDOWID", "7777"}});
+    addShell(104, 70, 5, {{"KONSOLE_DBUS_SERVICE", konsole.uniqueName()}, {"WINDOWID", "7777"}});
     EXPECT_EQ(focus(u"/dev/pts/5"_s).result, TabFocus::Result::notScriptable);
     EXPECT_THAT(konsole.selected(), IsEmpty());
     EXPECT_THAT(windows.raised, ElementsAre(7777));
@@ -79,14 +78,14 @@ TEST_F(KonsoleTabsTest, AnotherTerminalThatWasStartedInKonsoleIsTakenForItself) 
 
 TEST_F(KonsoleTabsTest, ASessionThatKonsoleDoesNotKnowIsNotFoundButItsWindowIsRaised) {
     konsole.own(u"org.kde.konsole"_s);
-    addShell(105, terminal, u"pts/6"_s, {{"WINDOWID", "5002"}});
+    addShell(105, terminal, 6, {{"WINDOWID", "5002"}});
     EXPECT_EQ(focus(u"/dev/pts/6"_s).result, TabFocus::Result::notFound);
     EXPECT_THAT(windows.raised, ElementsAre(5002));
 }
 
 TEST_F(KonsoleTabsTest, ABusThatDoesNotAnswerCostsASecondAQuestion) {
     konsole.own(u"org.kde.konsole"_s);
-    addShell(103, terminal, u"pts/4"_s, {{"WINDOWID", "5002"}});
+    addShell(103, terminal, 4, {{"WINDOWID", "5002"}});
     const FrozenBus frozen(bus);
     const auto answer = beginFocus(u"/dev/pts/4"_s);
     scheduler.advance(3s); // the names, the name in the environment, and nothing more

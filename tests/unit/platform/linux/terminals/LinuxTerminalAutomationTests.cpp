@@ -17,8 +17,8 @@ class LinuxTerminalAutomationTest : public AutomationTest {};
 
 TEST_F(LinuxTerminalAutomationTest, TheWindowThatTheTerminalToldItsShellIsRaised) {
     addProgram(60);
-    addShell(100, 60, u"pts/1"_s, {{"WINDOWID", "5001"}});
-    addShell(101, 60, u"pts/2"_s, {{"WINDOWID", "5002"}});
+    addShell(100, 60, 1, {{"WINDOWID", "5001"}});
+    addShell(101, 60, 2, {{"WINDOWID", "5002"}});
     windows.present = {{5001, 60}, {5002, 60}};
     const TabFocus answer = focus(u"/dev/pts/2"_s);
     EXPECT_THAT(windows.raised, ElementsAre(5002));
@@ -30,7 +30,7 @@ TEST_F(LinuxTerminalAutomationTest, TheWindowThatTheTerminalToldItsShellIsRaised
 TEST_F(LinuxTerminalAutomationTest, OfSeveralProcessesOfOneTerminalTheShellsOwnIsMeant) {
     addProgram(60);
     addProgram(61);
-    addShell(100, 61, u"pts/1"_s, {});
+    addShell(100, 61, 1, {});
     windows.present = {{5001, 60}, {5002, 61}};
     EXPECT_EQ(focus(u"/dev/pts/1"_s).terminal, 61);
     EXPECT_THAT(workspace.activated, ElementsAre(61));
@@ -38,7 +38,7 @@ TEST_F(LinuxTerminalAutomationTest, OfSeveralProcessesOfOneTerminalTheShellsOwnI
 
 TEST_F(LinuxTerminalAutomationTest, ATerminalThatTellsNoWindowIsActivatedByItsProcess) {
     addProgram(60);
-    addShell(100, 60, u"pts/1"_s, {});
+    addShell(100, 60, 1, {});
     windows.present = {{5001, 60}, {5002, 60}};
     const TabFocus answer = focus(u"/dev/pts/1"_s);
     EXPECT_THAT(windows.raised, IsEmpty());
@@ -48,9 +48,9 @@ TEST_F(LinuxTerminalAutomationTest, ATerminalThatTellsNoWindowIsActivatedByItsPr
 
 TEST_F(LinuxTerminalAutomationTest, AnInheritedWindowNumberIsNotBelieved) {
     addProgram(60); // has started the shell that has started the other terminal
-    addShell(100, 60, u"pts/1"_s, {{"WINDOWID", "5001"}});
+    addShell(100, 60, 1, {{"WINDOWID", "5001"}});
     addProgram(70, 1);
-    addShell(101, 70, u"pts/2"_s, {{"WINDOWID", "5001"}});
+    addShell(101, 70, 2, {{"WINDOWID", "5001"}});
     windows.present = {{5001, 60}, {5002, 70}};
     EXPECT_EQ(focus(u"/dev/pts/2"_s).terminal, 70);
     EXPECT_THAT(windows.raised, IsEmpty());
@@ -59,7 +59,7 @@ TEST_F(LinuxTerminalAutomationTest, AnInheritedWindowNumberIsNotBelieved) {
 
 TEST_F(LinuxTerminalAutomationTest, AWindowThatHasClosedIsNotRaised) {
     addProgram(60);
-    addShell(100, 60, u"pts/1"_s, {{"WINDOWID", "5001"}});
+    addShell(100, 60, 1, {{"WINDOWID", "5001"}});
     windows.present = {{5002, 60}};
     EXPECT_EQ(focus(u"/dev/pts/1"_s).terminal, 60);
     EXPECT_THAT(windows.raised, IsEmpty());
@@ -68,8 +68,8 @@ TEST_F(LinuxTerminalAutomationTest, AWindowThatHasClosedIsNotRaised) {
 
 TEST_F(LinuxTerminalAutomationTest, TheFirstProcessOnTheDeviceTellsWhatTheTerminalGaveIt) {
     addProgram(60);
-    addShell(100, 60, u"pts/1"_s, {{"WINDOWID", "5001"}});
-    addShell(90, 100, u"pts/1"_s, {{"WINDOWID", "7777"}}); // with a lower number, and later
+    addShell(100, 60, 1, {{"WINDOWID", "5001"}});
+    addShell(90, 100, 1, {{"WINDOWID", "7777"}}); // with a lower number, and later
     windows.present = {{5001, 60}, {7777, 60}};
     std::ignore = focus(u"/dev/pts/1"_s);
     EXPECT_THAT(windows.raised, ElementsAre(5001));
@@ -77,7 +77,7 @@ TEST_F(LinuxTerminalAutomationTest, TheFirstProcessOnTheDeviceTellsWhatTheTermin
 
 TEST_F(LinuxTerminalAutomationTest, AStaleTtyIsNotFound) {
     addProgram(60);
-    addShell(100, 60, u"pts/1"_s, {{"WINDOWID", "5001"}});
+    addShell(100, 60, 1, {{"WINDOWID", "5001"}});
     windows.present = {{5001, 60}};
     const TabFocus answer = focus(u"/dev/pts/9"_s);
     EXPECT_EQ(answer.result, TabFocus::Result::notFound);
@@ -86,24 +86,30 @@ TEST_F(LinuxTerminalAutomationTest, AStaleTtyIsNotFound) {
     EXPECT_THAT(workspace.activated, IsEmpty());
 }
 
-TEST_F(LinuxTerminalAutomationTest, AnUnreadableProcessTableFindsNothing) {
-    processes.areReadable = false;
+TEST_F(LinuxTerminalAutomationTest, WithoutAnyProcessesNothingIsFound) {
     EXPECT_EQ(focus(u"/dev/pts/1"_s).result, TabFocus::Result::notFound);
 }
 
 TEST_F(LinuxTerminalAutomationTest, AShellWithoutATerminalOnTheDesktopRaisesNothing) {
     addProgram(60); // a server for logins from elsewhere
-    addShell(100, 60, u"pts/1"_s, {{"WINDOWID", "5001"}});
+    addShell(100, 60, 1, {{"WINDOWID", "5001"}});
     const TabFocus answer = focus(u"/dev/pts/1"_s);
     EXPECT_EQ(answer.terminal, std::nullopt);
     EXPECT_THAT(workspace.activated, IsEmpty());
 }
 
 TEST_F(LinuxTerminalAutomationTest, ProcessesThatAreEachOthersParentsEndTheSearch) {
-    addShell(100, 60, u"pts/1"_s, {});
+    addShell(100, 60, 1, {});
     addProgram(60, 61);
     addProgram(61, 60);
     EXPECT_EQ(focus(u"/dev/pts/1"_s).terminal, std::nullopt);
+}
+
+TEST_F(LinuxTerminalAutomationTest, ProcessesWithOddNamesAreReadRightly) {
+    addProgram(60);
+    addShell(100, 60, 1, {{"WINDOWID", "5001"}}, "tmux: client) 1 (x");
+    windows.present = {{5001, 60}};
+    EXPECT_EQ(focus(u"/dev/pts/1"_s).terminal, 60);
 }
 
 // --- Permission ----------------------------------------------------------------------------------

@@ -31,9 +31,9 @@ protected:
 
         addProgram(50); // the server
         addProgram(60);
-        addShell(100, 50, u"pts/7"_s, {{"TMUX", "/run/tmux,0/default,50,0"}, {"WINDOWID", "9"}});
-        addShell(110, 60, u"pts/1"_s, {{"WINDOWID", "5001"}});
-        addShell(111, 60, u"pts/2"_s, {{"WINDOWID", "5002"}});
+        addShell(100, 50, 7, {{"TMUX", "/run/tmux,0/default,50,0"}, {"WINDOWID", "9"}});
+        addShell(110, 60, 1, {{"WINDOWID", "5001"}});
+        addShell(111, 60, 2, {{"WINDOWID", "5002"}});
         windows.present = {{5001, 60}, {5002, 60}};
     }
 
@@ -113,7 +113,7 @@ TEST_F(TmuxPanesTest, WithoutAnyClientThePaneIsNowhereToBeSeen) {
 }
 
 TEST_F(TmuxPanesTest, ATerminalThatWasStartedInAPaneIsTakenForItself) {
-    addShell(112, 60, u"pts/3"_s, {{"TMUX", "/run/tmux,0/default,50,0"}, {"WINDOWID", "5002"}});
+    addShell(112, 60, 3, {{"TMUX", "/run/tmux,0/default,50,0"}, {"WINDOWID", "5002"}});
     listPanes("/dev/pts/7 $0 @1 %3 0\n");
     std::ignore = focus(u"/dev/pts/3"_s);
     EXPECT_THAT(windows.raised, ElementsAre(5002));
@@ -126,7 +126,7 @@ TEST_F(TmuxPanesTest, AServerThatHasGoneLeavesTheWindowToBeFound) {
 }
 
 TEST_F(TmuxPanesTest, AMultiplexerInAMultiplexerIsFollowedToTheEnd) {
-    addShell(113, 50, u"pts/8"_s, {{"TMUX", "/run/tmux,0/default,50,0"}});
+    addShell(113, 50, 8, {{"TMUX", "/run/tmux,0/default,50,0"}});
     listPanes("/dev/pts/7 $0 @1 %3 0\n"
               "/dev/pts/8 $1 @2 %4 0\n");
     listClients("1700 $0 /dev/pts/8\n"

@@ -179,6 +179,20 @@ TEST_F(ManagedDesktopTest, OfManyWindowsTheOneThatWasFocusedLastIsActivated) {
     }
 }
 
+TEST_F(ManagedDesktopTest, AWindowInFrontStaysThereThoughItsNoticeWasNotReadYet) {
+    const auto first = desktop.open({.pid = editor});
+    const auto second = desktop.open({.pid = editor});
+    visit(first, editor);
+    visit(second, editor);
+    connection.blockSignals(true);
+    ASSERT_TRUE(desktop.focus(first));
+    connection.blockSignals(false);
+    EXPECT_EQ(workspace->activate(editor), Workspace::Request::made);
+    // Whatever that has caused comes before the next window.
+    ASSERT_TRUE(desktop.focus(desktop.open({.pid = browser})));
+    EXPECT_TRUE(desktop.isAboveManaged(first, second));
+}
+
 TEST_F(ManagedDesktopTest, WindowsThatWereNeverFocusedHereGoByTheirUserTime) {
     // The count has wrapped around between the first and the second.
     desktop.open({.pid = editor, .userTime = 0xffff'ff00U});

@@ -164,6 +164,12 @@ bool XDesktop::isAbove(xcb_window_t window, xcb_window_t other) {
     return std::find(begin, end, window) > std::find(begin, end, other);
 }
 
+bool XDesktop::isAboveManaged(xcb_window_t window, xcb_window_t other) {
+    const auto stacking = numbers(m_root, "_NET_CLIENT_LIST_STACKING");
+    return std::find(stacking.begin(), stacking.end(), window) >
+           std::find(stacking.begin(), stacking.end(), other);
+}
+
 bool XDesktop::isShown(xcb_window_t window) {
     const XcbReply<xcb_get_window_attributes_reply_t> reply(xcb_get_window_attributes_reply(
         m_handle, xcb_get_window_attributes(m_handle, window), nullptr));

@@ -74,6 +74,8 @@ public:
     [[nodiscard]] bool hasFocus(xcb_window_t window);
     /// Whether `window` is above `other`, both being shown on the root window itself.
     [[nodiscard]] bool isAbove(xcb_window_t window, xcb_window_t other);
+    /// The same as the window manager sees it.
+    [[nodiscard]] bool isAboveManaged(xcb_window_t window, xcb_window_t other);
     [[nodiscard]] bool isShown(xcb_window_t window);
     /// The windows that the window manager lists; empty without one.
     [[nodiscard]] std::vector<xcb_window_t> managed();
