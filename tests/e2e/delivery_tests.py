@@ -144,21 +144,34 @@ class DeliveryTests(DeliveryCase):
         self.assert_told(second, SENTENCE)
         self.assert_told(first)
 
-    def test_a_terminal_closed_in_the_meantime_costs_only_the_delivery(self):
-        self.send_plain_drafts()
-        first = self.open_terminal(project="alpha")
-        second = self.open_terminal(project="beta")
-        second_session = "beta   " + second.tty
-        program = self.start_ready_program()
+    def pick_session_of_closed_terminal(self, program, terminals):
+        """Picks the session of the first terminal; all of them are closed before."""
+        session = "beta   " + terminals[0].tty
         program.paste_draft(SENTENCE)
-
         program.click("Claude")
-        program.wait_for_control(second_session)
-        first.kill()
-        second.kill()
-        program.click(second_session)
-
+        program.wait_for_control(session)
+        for terminal in terminals:
+            terminal.kill()
+        program.click(session)
         program.wait_for_activity("Sent to Claude successfully")
+
+    def test_a_message_for_a_closed_terminal_goes_to_its_program_s_other_one(self):
+        self.send_plain_drafts()
+        other = self.open_terminal(project="alpha")
+        closed = self.open_terminal(project="beta")
+        program = self.start_ready_program()
+
+        self.pick_session_of_closed_terminal(program, [closed])
+
+        self.assert_told(other, SENTENCE)
+
+    def test_closing_all_terminals_costs_only_the_delivery(self):
+        self.send_plain_drafts()
+        terminals = [self.open_terminal(project="beta"), self.open_terminal(project="alpha")]
+        program = self.start_ready_program()
+
+        self.pick_session_of_closed_terminal(program, terminals)
+
         self.assertEqual(self.desktop.display.read_with_xclip("clipboard"), SENTENCE)
 
     def test_the_clipboard_keeps_the_message(self):

@@ -1,5 +1,5 @@
 #include "platform/qt/JsonUserDefaults.h"
-#include "unit/services/audio/LogCapture.h"
+#include "support/LogCapture.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "LogCapture.h"
+#include "support/LogCapture.h"
 #include "services/audio/AudioService.h"
 #include "support/VirtualScheduler.h"
 #include "support/fakes/FakeAudioHost.h"

@@ -2,7 +2,7 @@
 #include "services/records/HistoryService.h"
 #include "support/VirtualScheduler.h"
 #include "support/fakes/FakeApplicationBundle.h"
-#include "unit/services/audio/LogCapture.h"
+#include "support/LogCapture.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,6 +1,6 @@
 #include "services/records/PerformanceMetrics.h"
 #include "support/VirtualScheduler.h"
-#include "unit/services/audio/LogCapture.h"
+#include "support/LogCapture.h"
 
 #include <memory>
 #include <optional>
@@ -148,7 +148,6 @@ TEST_F(PerformanceMetricsTest, TheResultArrivesAlsoWhenTheMetricsAreGone) {
 }
 
 TEST_F(PerformanceMetricsTest, TheMarksAreInTheLogAtDebugLevel) {
-    QLoggingCategory::setFilterRules(u"com.quorvin.Performance.debug=true"_s);
     LogCapture log("com.quorvin.Performance");
     const auto measured = [&]() -> Task<> {
         co_await metrics->measure(Kind::sessionScan, [&]() -> Task<int> {
@@ -162,7 +161,6 @@ TEST_F(PerformanceMetricsTest, TheMarksAreInTheLogAtDebugLevel) {
     scheduler.advance(3s);
     EXPECT_EQ(log.take(), (std::vector<LogCapture::Line>{
                               {QtDebugMsg, u"pipeline end: Session Scan 2345.7ms"_s}}));
-    QLoggingCategory::setFilterRules({});
 }
 
 TEST_F(PerformanceMetricsTest, SharedIsTheLivingInstance) {

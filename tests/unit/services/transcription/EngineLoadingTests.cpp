@@ -35,14 +35,15 @@ TEST_F(EngineLoading, AProgramAndAModelMakeTheServiceReady) {
     EXPECT_EQ(service->modelPath(), model);
     const QString cli = under(u"/opt/homebrew/bin/whisper-cli"_s);
     const QString cpp = under(u"/opt/homebrew/bin/whisper-cpp"_s);
-    EXPECT_EQ(log.take(), (QStringList{u"info: Searching for whisper-cpp binary and model..."_s,
-                                       u"info: Binary check: %1 → not found"_s.arg(cli),
-                                       u"info: Binary check: %1 → FOUND"_s.arg(cpp),
-                                       u"info: Found whisper-cpp binary: %1"_s.arg(cpp),
-                                       u"info: Model dir: %1/models → exists"_s.arg(bundle.home),
-                                       u"info: Model found: %1"_s.arg(model),
-                                       u"info: Found whisper model: %1"_s.arg(model),
-                                       u"info: WhisperService ready (binary + model)"_s}));
+    EXPECT_EQ(log.takeText(),
+              (QStringList{u"info: Searching for whisper-cpp binary and model..."_s,
+                           u"info: Binary check: %1 → not found"_s.arg(cli),
+                           u"info: Binary check: %1 → FOUND"_s.arg(cpp),
+                           u"info: Found whisper-cpp binary: %1"_s.arg(cpp),
+                           u"info: Model dir: %1/models → exists"_s.arg(bundle.home),
+                           u"info: Model found: %1"_s.arg(model),
+                           u"info: Found whisper model: %1"_s.arg(model),
+                           u"info: WhisperService ready (binary + model)"_s}));
 }
 
 TEST_F(EngineLoading, TheFirstProgramOfTheTableWins) {
@@ -89,7 +90,7 @@ TEST_F(EngineLoading, AnEmptyAnswerOfWhichIsNoProgram) {
     answerWhich("\n");
     load();
     EXPECT_EQ(service->binaryPath(), std::nullopt);
-    EXPECT_FALSE(log.take().contains(u"failed"_s));
+    EXPECT_FALSE(log.takeText().contains(u"failed"_s));
 }
 
 TEST_F(EngineLoading, AnAnswerOfWhichThatCannotRunIsNoProgram) {
@@ -103,8 +104,9 @@ TEST_F(EngineLoading, AFailureOfWhichIsLogged) {
                   {.exitStatus = 1, .standardOutput = {}, .standardError = "none"});
     load();
     EXPECT_EQ(service->binaryPath(), std::nullopt);
-    EXPECT_TRUE(log.take().contains(u"error: 'which whisper-cpp' failed: Whisper process failed: "
-                                    "whisper-cpp exited with status 1: none"_s));
+    EXPECT_TRUE(
+        log.takeText().contains(u"error: 'which whisper-cpp' failed: Whisper process failed: "
+                                "whisper-cpp exited with status 1: none"_s));
 }
 
 TEST_F(EngineLoading, WhichThatIsMissingIsLogged) {
@@ -112,7 +114,7 @@ TEST_F(EngineLoading, WhichThatIsMissingIsLogged) {
     load();
     EXPECT_EQ(service->binaryPath(), std::nullopt);
     EXPECT_TRUE(
-        log.take().contains(u"error: 'which whisper-cpp' failed: No such file or directory"_s));
+        log.takeText().contains(u"error: 'which whisper-cpp' failed: No such file or directory"_s));
 }
 
 TEST_F(EngineLoading, ASmallModelInAnEarlierDirectoryBeatsALargeOneLater) {
@@ -134,7 +136,7 @@ TEST_F(EngineLoading, EachModelDirectoryIsLogged) {
     const QString found = placeFile(under(u"/data/whisper-cpp/models/ggml-small.bin"_s));
     load();
     EXPECT_EQ(service->modelPath(), found);
-    const QStringList lines = log.take();
+    const QStringList lines = log.takeText();
     EXPECT_TRUE(lines.contains(u"info: Model dir: %1/models → exists"_s.arg(bundle.home)));
     EXPECT_TRUE(
         lines.contains(u"info: Model dir: %1/.local/share/whisper → missing"_s.arg(bundle.home)));
@@ -147,7 +149,7 @@ TEST_F(EngineLoading, WithoutAProgramTheServiceSimulates) {
     EXPECT_TRUE(service->isModelLoaded());
     EXPECT_TRUE(service->simulationMode());
     EXPECT_EQ(service->modelPath(), model);
-    const QStringList lines = log.take();
+    const QStringList lines = log.takeText();
     EXPECT_TRUE(
         lines.contains(u"error: whisper-cpp binary not found — will use simulation mode"_s));
     EXPECT_EQ(lines.last(), u"info: WhisperService ready (simulation mode)"_s);
@@ -159,7 +161,7 @@ TEST_F(EngineLoading, WithoutAModelTheServiceSimulates) {
     EXPECT_TRUE(service->isModelLoaded());
     EXPECT_TRUE(service->simulationMode());
     EXPECT_EQ(service->binaryPath(), found);
-    const QStringList lines = log.take();
+    const QStringList lines = log.takeText();
     EXPECT_TRUE(lines.contains(u"error: No model file found in any search path"_s));
     EXPECT_TRUE(lines.contains(u"error: No whisper model found — will use simulation mode"_s));
 }
@@ -180,9 +182,9 @@ TEST_F(EngineLoading, ASecondLoadDuringALoadIsRefused) {
     runner.hold(u"/usr/bin/which"_s);
     service->loadModel();
     ASSERT_TRUE(service->isLoading());
-    (void)log.take();
+    (void)log.takeText();
     service->loadModel();
-    EXPECT_EQ(log.take(), (QStringList{u"error: loadModel called while already loading"_s}));
+    EXPECT_EQ(log.takeText(), (QStringList{u"error: loadModel called while already loading"_s}));
     EXPECT_TRUE(service->isLoading());
     EXPECT_EQ(runner.runningChildren(), 1U);
     runner.finish({});
@@ -215,11 +217,11 @@ TEST_F(EngineLoading, AServiceThatGoesDuringALoadIsLeftAlone) {
     service->loadModel();
     service->loadSpecificModel(u"/any"_s);
     service.reset();
-    (void)log.take();
+    (void)log.takeText();
     runner.finish({});
     runner.finish({});
     scheduler.runPosted();
-    EXPECT_EQ(log.take(), QStringList());
+    EXPECT_EQ(log.takeText(), QStringList());
 }
 
 TEST_F(EngineLoading, ASpecificModelReplacesTheOneFound) {
@@ -232,7 +234,7 @@ TEST_F(EngineLoading, ASpecificModelReplacesTheOneFound) {
     EXPECT_FALSE(service->simulationMode());
     EXPECT_FALSE(service->isLoading());
     EXPECT_EQ(loaded.count(), 0); // it stays loaded throughout
-    EXPECT_EQ(log.take(), (QStringList{u"info: Loaded specific model: %1"_s.arg(other)}));
+    EXPECT_EQ(log.takeText(), (QStringList{u"info: Loaded specific model: %1"_s.arg(other)}));
 }
 
 TEST_F(EngineLoading, ASpecificModelLooksForTheProgramOnlyWhenNoneIsKnown) {
@@ -264,7 +266,7 @@ TEST_F(EngineLoading, AMissingSpecificModelSimulatesUntilTheNextLoad) {
     EXPECT_TRUE(service->simulationMode());
     EXPECT_FALSE(service->isLoading());
     EXPECT_EQ(service->modelPath(), model);
-    EXPECT_EQ(log.take(), (QStringList{u"error: Model not found at: %1"_s.arg(missing)}));
+    EXPECT_EQ(log.takeText(), (QStringList{u"error: Model not found at: %1"_s.arg(missing)}));
     service->loadSpecificModel(model);
     EXPECT_FALSE(service->simulationMode());
 }

@@ -1,5 +1,5 @@
-#include "LogCapture.h"
 #include "services/transcription/HallucinationFilter.h"
+#include "support/LogCapture.h"
 
 #include <gtest/gtest.h>
 
@@ -13,15 +13,15 @@ class HallucinationFilter : public ::testing::Test {
 protected:
     void expectDropped(const QString& text, const QString& reason) {
         EXPECT_EQ(filterHallucinations(text), QString()) << qPrintable(text);
-        EXPECT_EQ(log.take(), (QStringList{u"info: Filtered %1: \"%2\""_s.arg(reason, text)}));
+        EXPECT_EQ(log.takeText(), (QStringList{u"info: Filtered %1: \"%2\""_s.arg(reason, text)}));
     }
 
     void expectKept(const QString& text) {
         EXPECT_EQ(filterHallucinations(text), text);
-        EXPECT_EQ(log.take(), QStringList());
+        EXPECT_EQ(log.takeText(), QStringList());
     }
 
-    LogCapture log;
+    LogCapture log{"com.quorvin.WhisperService"};
 };
 
 } // namespace

@@ -35,7 +35,7 @@ TEST_F(Transcription, ATakeBecomesText) {
                                            u"-l"_s, u"auto"_s, u"-t"_s, u"4"_s}));
     EXPECT_TRUE(wav.startsWith(bundle.temporary + u"/quorvin_"_s)) << qPrintable(wav);
     EXPECT_EQ(
-        log.take(),
+        log.takeText(),
         (QStringList{u"info: Audio stats: samples=1600, duration=0.10s, peak=0.500000, "
                      "rms=0.500000"_s,
                      u"debug: Wrote 1600 samples to %1"_s.arg(wav),
@@ -104,7 +104,7 @@ TEST_F(Transcription, ANonZeroExitGivesNothingAndLeavesNoFile) {
     engineEnds("half a text", 3, "bad model – really");
     EXPECT_EQ(transcribe(), std::nullopt);
     EXPECT_EQ(temporaryFiles(), QStringList());
-    EXPECT_EQ(log.take().last(),
+    EXPECT_EQ(log.takeText().last(),
               u"error: whisper-cpp failed: Whisper process failed: whisper-cpp exited with status "
               "3: bad model – really"_s);
     EXPECT_FALSE(service->isTranscribing());
@@ -114,7 +114,7 @@ TEST_F(Transcription, AFailedLaunchGivesNothingAndLeavesNoFile) {
     runner.failLaunch(program, "Permission denied");
     EXPECT_EQ(transcribe(), std::nullopt);
     EXPECT_EQ(temporaryFiles(), QStringList());
-    EXPECT_EQ(log.take().last(), u"error: whisper-cpp failed: Permission denied"_s);
+    EXPECT_EQ(log.takeText().last(), u"error: whisper-cpp failed: Permission denied"_s);
     EXPECT_FALSE(service->isTranscribing());
 }
 
@@ -124,21 +124,22 @@ TEST_F(Transcription, AnyOtherFailureOfTheRunGivesNothingAndLeavesNoFile) {
     });
     EXPECT_EQ(transcribe(), std::nullopt);
     EXPECT_EQ(temporaryFiles(), QStringList());
-    EXPECT_EQ(log.take().last(), u"error: whisper-cpp failed: out of everything"_s);
+    EXPECT_EQ(log.takeText().last(), u"error: whisper-cpp failed: out of everything"_s);
 }
 
 TEST_F(Transcription, AnUnwritableDirectoryGivesNothing) {
     bundle.temporary = under(u"/missing"_s);
     EXPECT_EQ(transcribe(), std::nullopt);
     EXPECT_TRUE(runner.calls.empty());
-    EXPECT_EQ(log.take().last(), u"error: Failed to write WAV file: No such file or directory"_s);
+    EXPECT_EQ(log.takeText().last(),
+              u"error: Failed to write WAV file: No such file or directory"_s);
     EXPECT_FALSE(service->isTranscribing());
 }
 
 TEST_F(Transcription, BlankOutputGivesNothing) {
     engineEnds("\n  \n\n");
     EXPECT_EQ(transcribe(), std::nullopt);
-    EXPECT_EQ(log.take().last(), u"info: Transcription produced no usable text"_s);
+    EXPECT_EQ(log.takeText().last(), u"info: Transcription produced no usable text"_s);
 }
 
 TEST_F(Transcription, AnInventionOfTheModelGivesNothing) {
@@ -158,21 +159,21 @@ TEST_F(Transcription, OutputThatIsNoUtf8CountsAsEmpty) {
 TEST_F(Transcription, ErrorOutputThatIsNoUtf8CountsAsEmpty) {
     engineEnds("text", 0, "\xff");
     EXPECT_EQ(transcribe(), u"text"_s);
-    EXPECT_TRUE(log.take().filter(u"stderr"_s).isEmpty());
+    EXPECT_TRUE(log.takeText().filter(u"stderr"_s).isEmpty());
 }
 
 TEST_F(Transcription, ErrorOutputOfAGoodRunIsLogged) {
     engineEnds("text", 0, "loading model");
     EXPECT_EQ(transcribe(), u"text"_s);
-    EXPECT_TRUE(log.take().contains(u"debug: whisper-cpp stderr: loading model"_s));
+    EXPECT_TRUE(log.takeText().contains(u"debug: whisper-cpp stderr: loading model"_s));
 }
 
 TEST_F(Transcription, AQuietPeakStartsNoProcess) {
     EXPECT_EQ(transcribe(std::vector<float>(1600, 0.0009F)), std::nullopt);
     EXPECT_TRUE(runner.calls.empty());
-    EXPECT_EQ(log.take(), (QStringList{u"info: Audio stats: samples=1600, duration=0.10s, "
-                                       "peak=0.000900, rms=0.000900"_s,
-                                       u"info: Audio too quiet, skipping transcription"_s}));
+    EXPECT_EQ(log.takeText(), (QStringList{u"info: Audio stats: samples=1600, duration=0.10s, "
+                                           "peak=0.000900, rms=0.000900"_s,
+                                           u"info: Audio too quiet, skipping transcription"_s}));
 }
 
 TEST_F(Transcription, TheQuietLimitsThemselvesAreLoudEnough) {
@@ -196,13 +197,13 @@ TEST_F(Transcription, ALoudClickInSilenceIsStillTooQuiet) {
 
 TEST_F(Transcription, AnEmptyTakeGivesNothing) {
     EXPECT_EQ(transcribe({}), std::nullopt);
-    EXPECT_EQ(log.take(), (QStringList{u"debug: transcribe called with empty samples"_s}));
+    EXPECT_EQ(log.takeText(), (QStringList{u"debug: transcribe called with empty samples"_s}));
 }
 
 TEST_F(Transcription, BeforeTheFirstLoadATakeGivesNothing) {
     service = std::make_unique<WhisperService>(bundle, runner, scheduler);
     EXPECT_EQ(transcribe(), std::nullopt);
-    EXPECT_EQ(log.take(), (QStringList{u"error: transcribe called before model is loaded"_s}));
+    EXPECT_EQ(log.takeText(), (QStringList{u"error: transcribe called before model is loaded"_s}));
 }
 
 TEST_F(Transcription, IsTranscribingSpansTheRun) {
@@ -241,7 +242,7 @@ TEST_F(Transcription, OverlappingTakesUseTwoFiles) {
 
 TEST_F(Transcription, SimulationGivesTheInstallHintAfterHalfASecond) {
     service->loadSpecificModel(u"/missing"_s);
-    (void)log.take();
+    (void)log.takeText();
     const auto transcription = start();
     EXPECT_TRUE(service->isTranscribing());
     scheduler.advance(499ms);
@@ -250,7 +251,8 @@ TEST_F(Transcription, SimulationGivesTheInstallHintAfterHalfASecond) {
     EXPECT_EQ(transcription->text, installHint);
     EXPECT_FALSE(service->isTranscribing());
     EXPECT_TRUE(runner.calls.empty());
-    EXPECT_EQ(log.take().last(), u"info: Simulation mode: no whisper-cpp binary or model found"_s);
+    EXPECT_EQ(log.takeText().last(),
+              u"info: Simulation mode: no whisper-cpp binary or model found"_s);
 }
 
 TEST_F(Transcription, AServiceThatGoesDuringARunLeavesNoFile) {
@@ -262,7 +264,7 @@ TEST_F(Transcription, AServiceThatGoesDuringARunLeavesNoFile) {
     scheduler.runPosted();
     EXPECT_TRUE(transcription->isDone);
     EXPECT_EQ(temporaryFiles(), QStringList());
-    EXPECT_TRUE(log.take().filter(u"stderr"_s).isEmpty());
+    EXPECT_TRUE(log.takeText().filter(u"stderr"_s).isEmpty());
 }
 
 TEST_F(Transcription, AServiceThatGoesDuringASimulationIsLeftAlone) {

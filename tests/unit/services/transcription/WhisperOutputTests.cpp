@@ -1,5 +1,5 @@
-#include "LogCapture.h"
 #include "services/transcription/WhisperOutput.h"
+#include "support/LogCapture.h"
 
 #include <gtest/gtest.h>
 
@@ -11,14 +11,14 @@ namespace {
 
 class WhisperOutput : public ::testing::Test {
 protected:
-    LogCapture log;
+    LogCapture log{"com.quorvin.WhisperService"};
 };
 
 } // namespace
 
 TEST_F(WhisperOutput, LinesAreTrimmedAndJoined) {
     EXPECT_EQ(parseWhisperOutput(u"  Hello \n\nworld\n"_s), u"Hello world"_s);
-    EXPECT_EQ(log.take(), (QStringList{u"debug: Raw whisper output: \"Hello world\""_s}));
+    EXPECT_EQ(log.takeText(), (QStringList{u"debug: Raw whisper output: \"Hello world\""_s}));
 }
 
 TEST_F(WhisperOutput, CarriageReturnsAndTabsGo) {
@@ -36,12 +36,12 @@ TEST_F(WhisperOutput, TextInBracketsStays) {
 TEST_F(WhisperOutput, BlankLinesAreNoText) {
     EXPECT_EQ(parseWhisperOutput(u"\n  \n\t\n"_s), std::nullopt);
     EXPECT_EQ(parseWhisperOutput(u""_s), std::nullopt);
-    EXPECT_EQ(log.take(), QStringList());
+    EXPECT_EQ(log.takeText(), QStringList());
 }
 
 TEST_F(WhisperOutput, AnInventionSpreadOverLinesIsNoText) {
     EXPECT_EQ(parseWhisperOutput(u" Thanks\n for watching\n"_s), std::nullopt);
-    EXPECT_EQ(log.take(),
+    EXPECT_EQ(log.takeText(),
               (QStringList{u"debug: Raw whisper output: \"Thanks for watching\""_s,
                            u"info: Filtered hallucination: \"Thanks for watching\""_s}));
 }

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "LogCapture.h"
 #include "services/transcription/WhisperService.h"
+#include "support/LogCapture.h"
 #include "support/VirtualScheduler.h"
 #include "support/fakes/FakeApplicationBundle.h"
 #include "support/fakes/FakeProcessRunner.h"
@@ -72,7 +72,7 @@ protected:
         program = placeProgram(under(QStringLiteral("/opt/homebrew/bin/whisper-cli")));
         model = placeFile(bundle.home + QStringLiteral("/models/ggml-base.bin"));
         load();
-        (void)log.take();
+        (void)log.takeText();
         runner.calls.clear();
     }
 
@@ -106,7 +106,7 @@ protected:
         return QDir(bundle.temporary).entryList(QDir::Files);
     }
 
-    LogCapture log;
+    LogCapture log{"com.quorvin.WhisperService"};
     QTemporaryDir root;
     VirtualScheduler scheduler;
     FakeApplicationBundle bundle;
