@@ -3,6 +3,7 @@
 #include "platform/linux/freedesktop/FreedesktopNotifications.h"
 #include "platform/linux/freedesktop/XdgApplicationBundle.h"
 #include "platform/linux/posix/PosixProcessRunner.h"
+#include "platform/linux/posix/TerminationSignals.h"
 #include "platform/linux/procfs/ProcfsProcessTable.h"
 #include "platform/linux/pulse/PulseAudioHost.h"
 #include "platform/linux/terminals/LinuxTerminalAutomation.h"
@@ -36,6 +37,7 @@ std::unique_ptr<ProcessTable> makeProcessTable() {
 } // namespace
 
 struct LinuxPlatform::Parts {
+    TerminationSignals terminationSignals{[] { QCoreApplication::quit(); }};
     // The scheduler goes last: the others may still post to it while they end.
     QtScheduler scheduler;
     XdgApplicationBundle applicationBundle;

@@ -7,8 +7,8 @@
 namespace quorvin {
 
 /// Everything the program needs of Linux with X11, made once by the composition root. Needs the
-/// QGuiApplication. When it goes, its child processes are ended and the tasks that still wait are
-/// run to their end.
+/// QGuiApplication, which it quits when the system asks the process to end. When it goes, its child
+/// processes are ended and the tasks that still wait are run to their end.
 class LinuxPlatform {
 public:
     LinuxPlatform();

@@ -3,13 +3,13 @@
 //
 //     agent FILE
 //
-// FILE gets every byte that comes in. FILE.ready appears, with the path of the terminal device in
-// it, when the agent reads. It asks the terminal to mark what is pasted.
+// FILE gets every byte that comes in. FILE.ready appears when the agent reads, with the path of the
+// terminal device and its process id in it, divided by a blank. It asks the terminal to mark what
+// is pasted.
 
 #include <array>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <string>
 
 #include <fcntl.h>
@@ -42,7 +42,8 @@ void sayReady(const std::string& file) {
     if (tty == nullptr || ready == -1) {
         fail("ready");
     }
-    write(ready, tty, std::strlen(tty));
+    const std::string content = tty + (' ' + std::to_string(getpid()));
+    write(ready, content.data(), content.size());
     close(ready);
     std::rename(draft.c_str(), file.c_str());
 }

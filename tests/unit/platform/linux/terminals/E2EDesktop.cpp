@@ -8,6 +8,7 @@
 #include <QProcessEnvironment>
 
 #include <algorithm>
+#include <csignal>
 
 #include <xcb/xtest.h>
 
@@ -88,7 +89,13 @@ Agent::Agent(const QTemporaryDir& directory, int number, const QString& name)
 }
 
 QString Agent::tty() const {
-    return QString::fromUtf8(readAll(m_file + u".ready"_s));
+    return QString::fromUtf8(readAll(m_file + u".ready"_s)).section(u' ', 0, 0);
+}
+
+void Agent::end() const {
+    if (const pid_t process = readAll(m_file + u".ready"_s).split(' ').value(1).toInt()) {
+        kill(process, SIGTERM);
+    }
 }
 
 QByteArray Agent::received() const {
@@ -117,10 +124,13 @@ const Terminal& terminalNamed(const char* name) {
 void TerminalsE2ETest::SetUp() {
     ASSERT_TRUE(connection.isOpen());
     ASSERT_TRUE(desktop.startManager());
-    ASSERT_TRUE(eventuallyShows(0)) << "windows of the test before";
 }
 
 void TerminalsE2ETest::TearDown() {
+    // Some terminals are one process for all windows, which goes on without its starter.
+    for (const Agent& agent : m_agents) {
+        agent.end();
+    }
     for (const auto& process : m_processes) {
         process->terminate();
     }
@@ -130,10 +140,11 @@ void TerminalsE2ETest::TearDown() {
             process->waitForFinished();
         }
     }
+    EXPECT_TRUE(eventuallyShows(0));
 }
 
 Agent TerminalsE2ETest::makeAgent(const QString& name) {
-    return {m_directory, m_agentCount++, name};
+    return m_agents.emplace_back(m_directory, static_cast<int>(m_agents.size()), name);
 }
 
 Agent TerminalsE2ETest::openAgent(const Terminal& terminal, const QString& name) {

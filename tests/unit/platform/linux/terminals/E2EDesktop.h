@@ -37,6 +37,8 @@ public:
     [[nodiscard]] QStringList command() const { return {m_program, m_file}; }
     /// The terminal device, as soon as it reads from it; empty before.
     [[nodiscard]] QString tty() const;
+    /// Ends it, and with it the window or the tab.
+    void end() const;
     /// Every byte that has come.
     [[nodiscard]] QByteArray received() const;
 
@@ -102,7 +104,7 @@ private:
 
     QTemporaryDir m_directory;
     std::vector<std::unique_ptr<QProcess>> m_processes;
-    int m_agentCount = 0;
+    std::vector<Agent> m_agents;
 };
 
 } // namespace quorvin::testing
