@@ -4,6 +4,7 @@
 #include "platform/linux/posix/PosixProcessRunner.h"
 #include "platform/qt/QtScheduler.h"
 #include "services/transcription/WhisperService.h"
+#include "support/StampingRunner.h"
 #include "support/fakes/FakeApplicationBundle.h"
 
 #include <QEventLoop>
@@ -11,7 +12,6 @@
 #include <QTemporaryDir>
 
 #include <chrono>
-#include <cmath>
 #include <vector>
 
 #include <benchmark/benchmark.h>
@@ -27,34 +27,6 @@ using Clock = std::chrono::steady_clock;
 using Milliseconds = std::chrono::duration<double, std::milli>;
 
 constexpr const char* enginePath = "/bin/true";
-
-std::vector<float> take(int seconds) {
-    std::vector<float> samples(static_cast<std::size_t>(seconds) * 16000);
-    for (std::size_t i = 0; i < samples.size(); ++i) {
-        samples[i] = 0.5F * std::sin(static_cast<float>(i) * 0.05F);
-    }
-    return samples;
-}
-
-/// Passes everything on, and notes when the child runs and how it ends.
-class StampingRunner final : public ProcessRunner {
-public:
-    explicit StampingRunner(ProcessRunner& actual) : m_actual(actual) {}
-
-    [[nodiscard]] Task<ProcessResult> run(QString program, QStringList arguments) override {
-        const Task<ProcessResult> child = m_actual.run(program, arguments);
-        started = Clock::now();
-        const ProcessResult result = co_await child;
-        exitStatus = result.exitStatus;
-        co_return result;
-    }
-
-    Clock::time_point started;
-    int exitStatus = -1;
-
-private:
-    ProcessRunner& m_actual;
-};
 
 /// The service with all that it stands on.
 class Engine {
@@ -85,15 +57,13 @@ public:
 
     /// Whether a child has run in the last transcription, and well.
     [[nodiscard]] bool hasRun() const { return m_runner.exitStatus == 0; }
-    /// When that child was running.
-    [[nodiscard]] Clock::time_point childStarted() const { return m_runner.started; }
 
 private:
     QTemporaryDir m_directory;
     testing::FakeApplicationBundle m_bundle;
     QtScheduler m_scheduler;
     PosixProcessRunner m_actualRunner{m_scheduler};
-    StampingRunner m_runner{m_actualRunner};
+    bench::StampingRunner m_runner{m_actualRunner};
     WhisperService m_service{
         m_bundle, m_runner, m_scheduler, {{QString::fromUtf8(enginePath)}, {m_directory.path()}}};
 };
@@ -112,7 +82,7 @@ Milliseconds childTime() {
 /// From a take of three seconds to its text, beyond the child's own time.
 void engine_overhead(benchmark::State& state) {
     Engine engine;
-    const std::vector<float> samples = take(3);
+    const std::vector<float> samples = bench::take(3);
     while (state.KeepRunning()) {
         const Milliseconds child = childTime();
         const auto begin = engine.transcribe(samples);
@@ -126,30 +96,6 @@ void engine_overhead(benchmark::State& state) {
     }
 }
 
-/// From a take of a minute to a running child.
-void stop_to_engine(benchmark::State& state) {
-    Engine engine;
-    const std::vector<float> samples = take(60);
-    while (state.KeepRunning()) {
-        const auto begin = engine.transcribe(samples);
-        if (!engine.hasRun()) {
-            state.SkipWithError("the engine did not run");
-            return;
-        }
-        state.SetIterationTime(
-            std::chrono::duration<double>(engine.childStarted() - begin).count());
-    }
-}
-
-void medianOfSingleRuns(benchmark::internal::Benchmark* benchmark) {
-    benchmark->Unit(benchmark::kMillisecond)
-        ->UseManualTime()
-        ->Iterations(1)
-        ->Repetitions(51)
-        ->ReportAggregatesOnly();
-}
-
 } // namespace
 
-BENCHMARK(engine_overhead)->Apply(medianOfSingleRuns);
-BENCHMARK(stop_to_engine)->Apply(medianOfSingleRuns);
+BENCHMARK(engine_overhead)->Apply(bench::medianOfSingleRuns);

@@ -66,8 +66,15 @@ int main(int argc, char** argv) {
     if (tcsetattr(STDIN_FILENO, TCSANOW, &mode) != 0) {
         fail("tcsetattr");
     }
-    constexpr char markPastes[] = "\x1b[?2004h";
-    write(STDOUT_FILENO, markPastes, sizeof markPastes - 1);
+    // With the answer to the question behind it, the terminal has taken notice.
+    constexpr char markPastesAndAnswer[] = "\x1b[?2004h\x1b[c";
+    write(STDOUT_FILENO, markPastesAndAnswer, sizeof markPastesAndAnswer - 1);
+    char answer = 0;
+    while (answer != 'c') {
+        if (read(STDIN_FILENO, &answer, 1) != 1) {
+            fail("read");
+        }
+    }
 
     const int kept = open(file.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
     if (kept == -1) {
