@@ -30,7 +30,7 @@ namespace {
 
 /// A home directory with an engine that ends at once, in one of the places that are searched. An
 /// engine that is installed elsewhere serves as well, since the empty model ends it.
-FakeApplicationBundle bundleIn(const QDir& home) {
+std::unique_ptr<FakeApplicationBundle> bundleIn(const QDir& home) {
     home.mkpath(QStringLiteral(".local/bin"));
     home.mkpath(QStringLiteral("models"));
     QFile::copy(QStringLiteral("/bin/true"),
@@ -39,10 +39,10 @@ FakeApplicationBundle bundleIn(const QDir& home) {
     if (!model.open(QIODevice::WriteOnly)) {
         qFatal("No temporary files here");
     }
-    FakeApplicationBundle bundle;
-    bundle.home = home.path();
-    bundle.temporary = home.path();
-    bundle.applicationSupport = home.path();
+    auto bundle = std::make_unique<FakeApplicationBundle>();
+    bundle->home = home.path();
+    bundle->temporary = home.path();
+    bundle->applicationSupport = home.path();
     return bundle;
 }
 
@@ -73,7 +73,7 @@ private:
     }
 
     QTemporaryDir m_directory;
-    FakeApplicationBundle m_bundle = bundleIn(m_directory.path());
+    const std::unique_ptr<FakeApplicationBundle> m_bundle = bundleIn(m_directory.path());
     QtScheduler m_scheduler;
     MemoryUserDefaults m_defaults;
     FakeAudioHost m_audioHost;
@@ -87,7 +87,7 @@ private:
     FakeKeyEvents m_keyEvents{m_scheduler};
     FakeTerminalAutomation m_terminalAutomation;
     const Platform m_platform{m_scheduler,
-                              m_bundle,
+                              *m_bundle,
                               m_defaults,
                               m_audioHost,
                               m_runner,
@@ -102,7 +102,7 @@ private:
                               [](const std::function<void()>& work) { work(); }};
     PerformanceMetrics m_metrics{m_scheduler};
     NotificationService m_notificationService{m_notifications};
-    SoundService m_soundService{m_soundPlayers, m_bundle, m_defaults};
+    SoundService m_soundService{m_soundPlayers, *m_bundle, m_defaults};
     AppState m_app{m_platform};
 };
 
