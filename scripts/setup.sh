@@ -9,8 +9,8 @@ run_packages=(
     cmake ninja-build g++ ccache pkg-config
     qt6-base-dev qt6-declarative-dev qt6-svg-dev qt6-multimedia-dev qcoro-qt6-dev
     libpulse-dev libsoxr-dev libkissfft-dev libsqlite3-dev libsndfile1-dev
-    libxcb1-dev libxcb-ewmh-dev libxcb-icccm4-dev libxcb-keysyms1-dev libxcb-xtest0-dev
-    libxcb-xinput-dev
+    libxcb1-dev libxcb-ewmh-dev libxcb-icccm4-dev libxcb-xtest0-dev libxcb-xinput-dev
+    libxkbcommon-dev libxkbcommon-x11-dev
     libgtest-dev libgmock-dev libbenchmark-dev
     qml6-module-qtqml qml6-module-qtqml-workerscript qml6-module-qtquick
     qml6-module-qtquick-controls qml6-module-qtquick-layouts qml6-module-qtquick-templates
@@ -18,7 +18,8 @@ run_packages=(
     fonts-inter python3
 )
 test_packages=(
-    xvfb openbox xdotool x11-utils imagemagick xterm fonts-dejavu-core xclip xsel procps
+    xvfb openbox xdotool x11-utils imagemagick fonts-dejavu-core xclip xsel procps
+    xterm kitty alacritty konsole xfce4-terminal gnome-terminal tmux
     pulseaudio pulseaudio-utils sox flite pocketsphinx pocketsphinx-en-us
     dbus at-spi2-core python3-gi
 )

@@ -51,7 +51,7 @@ struct LinuxPlatform::Parts {
     QtSoundPlayers soundPlayers;
     QtPasteboard pasteboard;
     XTestKeyEvents keyEvents{scheduler, display};
-    X11TerminalWindows terminalWindows{display};
+    X11TerminalWindows terminalWindows{display, workspace};
     LinuxTerminalAutomation terminalAutomation{scheduler, workspace, terminalWindows,
                                                LinuxTerminalAutomation::thisSystem()};
 

@@ -3,26 +3,21 @@
 namespace quorvin {
 
 std::vector<TerminalWindow> X11TerminalWindows::windows() {
-    std::vector<TerminalWindow> windows;
+    std::vector<TerminalWindow> found;
     if (!m_connection.isOpen()) {
-        return windows;
+        return found;
     }
-    for (const X11Window& window : m_windows.describe(m_windows.clients())) {
+    X11Windows windows(m_connection);
+    for (const X11Window& window : windows.describe(windows.clients())) {
         if (window.processIdentifier) {
-            windows.push_back({window.window, *window.processIdentifier});
+            found.push_back({window.window, *window.processIdentifier});
         }
     }
-    return windows;
+    return found;
 }
 
 void X11TerminalWindows::raise(WindowID window) {
-    if (!m_connection.isOpen()) {
-        return;
-    }
-    xcb_ewmh_request_change_active_window(m_connection.ewmh(), m_connection.screenNumber(), window,
-                                          XCB_EWMH_CLIENT_SOURCE_TYPE_OTHER,
-                                          m_connection.serverTime(), XCB_WINDOW_NONE);
-    xcb_flush(m_connection.handle());
+    m_workspace.activateWindow(window);
 }
 
 std::uint32_t X11TerminalWindows::time() {

@@ -90,12 +90,15 @@ Workspace::Request X11Workspace::activate(ProcessID processIdentifier) {
         return Request::notPossibleHere;
     }
     recordFocus(); // the notice of the last change may not have been read yet
-    const X11Window window = mostRecent(windows);
-    if (!m_windows.isManaged()) {
-        return focusDirectly(window.window);
+    return raise(mostRecent(windows));
+}
+
+Workspace::Request X11Workspace::activateWindow(xcb_window_t window) {
+    if (!m_connection.isOpen()) {
+        return Request::notPossibleHere;
     }
-    askManagerToActivate(window);
-    return Request::made;
+    const std::array wanted{window};
+    return raise(m_windows.describe(wanted)[0]);
 }
 
 X11Window X11Workspace::mostRecent(const std::vector<X11Window>& windows) {
@@ -121,7 +124,10 @@ X11Window X11Workspace::mostRecent(const std::vector<X11Window>& windows) {
     return *std::max_element(windows.begin(), windows.end(), isLessRecent);
 }
 
-void X11Workspace::askManagerToActivate(const X11Window& window) {
+Workspace::Request X11Workspace::raise(const X11Window& window) {
+    if (!m_windows.isManaged()) {
+        return focusDirectly(window.window);
+    }
     if (window.isIconic) {
         xcb_map_window(m_connection.handle(), window.window);
     }
@@ -129,6 +135,8 @@ void X11Workspace::askManagerToActivate(const X11Window& window) {
                                           window.window, XCB_EWMH_CLIENT_SOURCE_TYPE_OTHER,
                                           m_connection.serverTime(), XCB_WINDOW_NONE);
     xcb_flush(m_connection.handle());
+    m_connection.expectActivation(window.window);
+    return Request::made;
 }
 
 Workspace::Request X11Workspace::focusDirectly(xcb_window_t window) {

@@ -22,6 +22,8 @@ public:
     [[nodiscard]] std::vector<RunningApplication> runningApplications() override;
     /// Of a process with many windows, the one that was focused last.
     Request activate(ProcessID processIdentifier) override;
+    /// The same for one window, whosever it is.
+    Request activateWindow(xcb_window_t window);
     /// Settings pages, web pages and files; nothing else is possible.
     Request openURL(const QString& url) override;
 
@@ -29,7 +31,7 @@ private:
     void handleEvent(const xcb_generic_event_t& event);
     void recordFocus();
     [[nodiscard]] X11Window mostRecent(const std::vector<X11Window>& windows);
-    void askManagerToActivate(const X11Window& window);
+    [[nodiscard]] Request raise(const X11Window& window);
     [[nodiscard]] Request focusDirectly(xcb_window_t window);
 
     XcbConnection& m_connection;

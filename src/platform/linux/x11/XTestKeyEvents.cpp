@@ -8,8 +8,8 @@ namespace quorvin {
 
 namespace {
 
-constexpr auto releaseBound = 400ms;
-constexpr auto releasePoll = 5ms;
+constexpr auto patience = 400ms;
+constexpr auto pollPeriod = 5ms;
 
 } // namespace
 
@@ -25,23 +25,27 @@ bool XTestKeyEvents::isTrusted() {
 }
 
 Task<KeyEvents::Result> XTestKeyEvents::post(KeyEvent event) {
-    return postWhenReleased(m_scheduler, m_keyboard, event, std::nullopt);
+    return postWhenPossible(m_scheduler, m_keyboard, event, std::nullopt);
 }
 
 Task<KeyEvents::Result> XTestKeyEvents::post(KeyEvent event, ProcessID process) {
-    return postWhenReleased(m_scheduler, m_keyboard, event, process);
+    return postWhenPossible(m_scheduler, m_keyboard, event, process);
 }
 
-Task<KeyEvents::Result> XTestKeyEvents::postWhenReleased(Scheduler& scheduler,
+Task<KeyEvents::Result> XTestKeyEvents::postWhenPossible(Scheduler& scheduler,
                                                          std::shared_ptr<XTestKeyboard> keyboard,
                                                          KeyEvent event,
                                                          std::optional<ProcessID> process) {
     if (event.direction == KeyEvent::Direction::down) {
-        const auto bound = scheduler.monotonicTime() + releaseBound;
-        while (keyboard->isUsable() && keyboard->isUserHoldingModifier() &&
-               scheduler.monotonicTime() < bound) {
-            co_await scheduler.sleep(releasePoll);
+        const auto isTooEarly = [&keyboard, &process] {
+            return keyboard->isUserHoldingModifier() ||
+                   (!process && keyboard->isActivationUnderWay());
+        };
+        const auto bound = scheduler.monotonicTime() + patience;
+        while (keyboard->isUsable() && isTooEarly() && scheduler.monotonicTime() < bound) {
+            co_await scheduler.sleep(pollPeriod);
         }
+        keyboard->stopExpectingActivation();
     }
     if (!keyboard->isUsable()) {
         co_return Result::notPossibleHere;

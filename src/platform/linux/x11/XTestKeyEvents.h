@@ -18,7 +18,10 @@ class XTestKeyboard;
 /// A modifier that the user still holds, mostly from a hot key, would change what is posted. A
 /// key-down therefore waits until all are released. After 400 ms it is posted all the same: the
 /// held keys are let go for its time, and those that are physically down then are pressed again
-/// with the key-up. Caps Lock and Num Lock stay as they are; they change neither chord.
+/// with the key-up. In the same way, and within the same bound, a key-down waits for the window
+/// that this program has asked to be activated: on a busy machine that takes longer than anyone
+/// expects, and the text would go to the wrong window. Caps Lock and Num Lock stay as they are;
+/// they change neither chord.
 class XTestKeyEvents final : public KeyEvents {
 public:
     XTestKeyEvents(Scheduler& scheduler, XcbConnection& connection);
@@ -31,7 +34,7 @@ public:
     [[nodiscard]] Task<Result> post(KeyEvent event, ProcessID process) override;
 
 private:
-    [[nodiscard]] static Task<Result> postWhenReleased(Scheduler& scheduler,
+    [[nodiscard]] static Task<Result> postWhenPossible(Scheduler& scheduler,
                                                        std::shared_ptr<XTestKeyboard> keyboard,
                                                        KeyEvent event,
                                                        std::optional<ProcessID> process);

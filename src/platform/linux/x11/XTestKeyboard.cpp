@@ -35,6 +35,14 @@ void XTestKeyboard::close() {
     m_isClosed = true;
 }
 
+bool XTestKeyboard::isActivationUnderWay() {
+    const xcb_window_t expected = m_connection.expectedActivation();
+    if (expected != XCB_WINDOW_NONE && m_windows.active() == expected) {
+        stopExpectingActivation();
+    }
+    return m_connection.expectedActivation() != XCB_WINDOW_NONE;
+}
+
 bool XTestKeyboard::isUsable() const {
     if (m_isClosed || !m_connection.isOpen()) {
         return false;

@@ -28,6 +28,11 @@ public:
 
     [[nodiscard]] bool isUserHoldingModifier() { return !m_heldKeys.modifiers().empty(); }
 
+    /// Whether this program has asked for a window to be activated that isn't active yet.
+    [[nodiscard]] bool isActivationUnderWay();
+    /// The window may have gone, or its user has chosen another.
+    void stopExpectingActivation() { m_connection.expectActivation(XCB_WINDOW_NONE); }
+
     /// Presses the keys for the application that has the keyboard focus, or else gives `process`
     /// the focus until the key-up. Modifiers that the user holds are let go for that time. Not
     /// possible for a key that the layout lacks or that stands for nothing here, and for a process

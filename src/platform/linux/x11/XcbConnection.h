@@ -40,6 +40,11 @@ public:
     /// Requests that carry an older time than the last user action are refused by window managers.
     [[nodiscard]] xcb_timestamp_t serverTime();
 
+    /// The window whose activation was requested and has not been seen yet; none for nothing to
+    /// wait for. Kept here for those who request and those who type.
+    [[nodiscard]] xcb_window_t expectedActivation() const { return m_expectedActivation; }
+    void expectActivation(xcb_window_t window) { m_expectedActivation = window; }
+
     /// Hands out the events that have arrived; done by the event loop as well.
     void processEvents();
 
@@ -61,6 +66,7 @@ private:
     xcb_screen_t* m_screen = nullptr;
     xcb_ewmh_connection_t m_ewmh{};
     xcb_atom_t m_wmState = XCB_ATOM_NONE;
+    xcb_window_t m_expectedActivation = XCB_WINDOW_NONE;
     xcb_window_t m_clock = XCB_WINDOW_NONE; // never shown; its property changes carry the time
     std::deque<Event> m_waiting;            // arrived while somebody waited for another event
     std::unique_ptr<QSocketNotifier> m_notifier;

@@ -55,9 +55,10 @@ TEST_F(XdgApplicationBundleTest, TheUsersDirectoriesMayBeElsewhere) {
 TEST_F(XdgApplicationBundleTest, TemporaryFilesGoWhereTheUserWantsThem) {
     qputenv("TMPDIR", prefix.path().toLocal8Bit());
     EXPECT_EQ(bundle.temporaryDirectory(), prefix.path());
-    for (const char* unusable : {"/nowhere", ""}) {
+    const QByteArray missing = prefix.filePath(u"missing"_s).toLocal8Bit();
+    for (const QByteArray& unusable : {missing, QByteArray()}) {
         qputenv("TMPDIR", unusable);
-        EXPECT_EQ(bundle.temporaryDirectory(), u"/tmp"_s) << unusable;
+        EXPECT_EQ(bundle.temporaryDirectory(), u"/tmp"_s) << unusable.toStdString();
     }
     qunsetenv("TMPDIR");
     EXPECT_EQ(bundle.temporaryDirectory(), u"/tmp"_s);

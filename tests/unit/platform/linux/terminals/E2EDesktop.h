@@ -89,7 +89,7 @@ protected:
     XcbConnection connection;
     X11Workspace workspace{connection, QString()};
     QtPasteboard pasteboard;
-    X11TerminalWindows terminalWindows{connection};
+    X11TerminalWindows terminalWindows{connection, workspace};
     QtScheduler scheduler;
     XTestKeyEvents keyEvents{scheduler, connection};
     LinuxTerminalAutomation automation{scheduler, workspace, terminalWindows,

@@ -121,6 +121,39 @@ TEST_F(XTestKeyEventsTest, LocksChangeNothingAndStay) {
                                  "Shift_L up [Shift+Lock+NumLock]"_s);
 }
 
+// --- Windows that are about to be activated ------------------------------------------------------
+
+TEST_F(XTestKeyEventsTest, AKeyDownWaitsForTheWindowThatWasAskedToTheFront) {
+    KeyRecorder target(desktop, {});
+    KeyRecorder other(desktop, {});
+    std::ignore = target.take();
+    std::ignore = other.take();
+    connection.expectActivation(target.window());
+    EXPECT_EQ(post(paste(Direction::down)), std::nullopt);
+    scheduler.advance(200ms);
+    EXPECT_EQ(other.take(), u""_s);
+    target.takeFocus();
+    scheduler.advance(5ms);
+    EXPECT_EQ(post(paste(Direction::up)), Result::posted);
+    std::ignore = connection.serverTime();
+    EXPECT_EQ(target.take(), shiftInsert);
+    EXPECT_EQ(other.take(), u""_s);
+}
+
+TEST_F(XTestKeyEventsTest, AWindowThatNeverComesIsWaitedForOnce) {
+    KeyRecorder target(desktop, {});
+    KeyRecorder other(desktop, {});
+    std::ignore = other.take();
+    connection.expectActivation(target.window());
+    EXPECT_EQ(post(paste(Direction::down)), std::nullopt);
+    scheduler.advance(399ms);
+    EXPECT_EQ(other.take(), u""_s);
+    scheduler.advance(1ms);
+    EXPECT_EQ(post(paste(Direction::up)), Result::posted);
+    EXPECT_EQ(post(submit(Direction::down)), Result::posted);
+    EXPECT_EQ(post(submit(Direction::up)), Result::posted);
+}
+
 // --- Modifiers that the user holds ---------------------------------------------------------------
 
 TEST_F(XTestKeyEventsTest, AKeyDownWaitsUntilTheUserHasLetGo) {
