@@ -140,7 +140,21 @@ void TerminalsE2ETest::TearDown() {
             process->waitForFinished();
         }
     }
-    EXPECT_TRUE(eventuallyShows(0));
+    // What a terminal leaves open, a question to its user for instance, must not meet the next test.
+    for (const xcb_window_t window : desktop.managed()) {
+        xcb_kill_client(desktop.handle(), window);
+    }
+    xcb_flush(desktop.handle());
+    EXPECT_TRUE(eventuallyShows(0)) << titles().toStdString();
+}
+
+QString TerminalsE2ETest::titles() {
+    QString titles;
+    X11Windows windows(connection);
+    for (const X11Window& window : windows.describe(windows.clients())) {
+        titles += u"\"%1\" of %2\n"_s.arg(window.title, window.className);
+    }
+    return titles;
 }
 
 Agent TerminalsE2ETest::makeAgent(const QString& name) {
