@@ -140,7 +140,8 @@ void TerminalsE2ETest::TearDown() {
             process->waitForFinished();
         }
     }
-    // What a terminal leaves open, a question to its user for instance, must not meet the next test.
+    // What a terminal leaves open, a question to its user for instance, must not meet the next
+    // test.
     for (const xcb_window_t window : desktop.managed()) {
         xcb_kill_client(desktop.handle(), window);
     }
