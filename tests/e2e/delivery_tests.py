@@ -155,7 +155,7 @@ class DeliveryTests(DeliveryCase):
         program.click(session)
         program.wait_for_activity("Sent to Claude successfully")
 
-    def test_a_message_for_a_closed_terminal_goes_to_its_program_s_other_one(self):
+    def test_a_message_for_a_closed_terminal_goes_to_another_terminal(self):
         self.send_plain_drafts()
         other = self.open_terminal(project="alpha")
         closed = self.open_terminal(project="beta")
