@@ -59,7 +59,7 @@ struct Terminal {
 /// Agents in real terminals, and the program's own way to them, from the scan to the keys.
 class TerminalsE2ETest : public ::testing::Test {
 protected:
-    static constexpr auto patience = std::chrono::seconds(10); // for terminals drawn by software
+    static constexpr auto patience = std::chrono::seconds(60); // for terminals drawn by software
 
     void SetUp() override;
     void TearDown() override;

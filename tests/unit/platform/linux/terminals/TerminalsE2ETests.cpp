@@ -90,6 +90,7 @@ TEST_P(EveryTerminalTest, KeysForAProcessReachItBehindAnotherWindow) {
     ASSERT_EQ(running.size(), 1U);
     const ProcessID process = running[0].processIdentifier;
     const xcb_window_t front = desktop.open({.title = "front"});
+    ASSERT_TRUE(eventuallyShows(2));
     ASSERT_TRUE(desktop.focus(front));
     pasteboard.clearContents();
     pasteboard.setString(u"TEST"_s);
