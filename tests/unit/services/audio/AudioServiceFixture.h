@@ -1,7 +1,7 @@
 #pragma once
 
-#include "support/LogCapture.h"
 #include "services/audio/AudioService.h"
+#include "support/LogCapture.h"
 #include "support/VirtualScheduler.h"
 #include "support/fakes/FakeAudioHost.h"
 

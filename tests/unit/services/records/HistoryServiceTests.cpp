@@ -1,8 +1,8 @@
 #include "services/records/HistoryError.h"
 #include "services/records/HistoryService.h"
+#include "support/LogCapture.h"
 #include "support/VirtualScheduler.h"
 #include "support/fakes/FakeApplicationBundle.h"
-#include "support/LogCapture.h"
 
 #include <QDir>
 #include <QFile>

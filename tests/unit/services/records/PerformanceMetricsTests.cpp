@@ -1,6 +1,6 @@
 #include "services/records/PerformanceMetrics.h"
-#include "support/VirtualScheduler.h"
 #include "support/LogCapture.h"
+#include "support/VirtualScheduler.h"
 
 #include <memory>
 #include <optional>

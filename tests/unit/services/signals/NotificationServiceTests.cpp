@@ -1,6 +1,6 @@
 #include "services/signals/NotificationService.h"
-#include "support/fakes/FakeUserNotifications.h"
 #include "support/LogCapture.h"
+#include "support/fakes/FakeUserNotifications.h"
 
 #include <memory>
 
