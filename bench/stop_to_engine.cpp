@@ -8,6 +8,7 @@
 #include "support/StampingRunner.h"
 #include "support/fakes/FakeApplicationBundle.h"
 #include "support/fakes/FakeAudioHost.h"
+#include "support/fakes/FakeHttpClient.h"
 #include "support/fakes/FakeKeyEvents.h"
 #include "support/fakes/FakePasteboard.h"
 #include "support/fakes/FakeProcessTable.h"
@@ -86,6 +87,7 @@ private:
     FakePasteboard m_pasteboard;
     FakeKeyEvents m_keyEvents{m_scheduler};
     FakeTerminalAutomation m_terminalAutomation;
+    FakeHttpClient m_network;
     const Platform m_platform{m_scheduler,
                               *m_bundle,
                               m_defaults,
@@ -98,6 +100,7 @@ private:
                               m_pasteboard,
                               m_keyEvents,
                               m_terminalAutomation,
+                              m_network,
                               [] { return std::make_unique<FakeProcessTable>(FakeProcesses{}); },
                               [](const std::function<void()>& work) { work(); }};
     PerformanceMetrics m_metrics{m_scheduler};

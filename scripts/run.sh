@@ -4,7 +4,7 @@
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
-program=build/dev/src/app/quorvin
+program=build/dev/bin/quorvin
 scripts/setup.sh run
 scripts/build.sh quorvin >&2
 if [[ -n ${DISPLAY:-}${WAYLAND_DISPLAY:-} ]]; then

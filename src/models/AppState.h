@@ -285,6 +285,7 @@ public:
     [[nodiscard]] QList<CompactSessionInfo> compactSessions() const { return m_compactSessions; }
 
     // --- Updates ---------------------------------------------------------------------------------
+    /// The last check found a newer build; the two texts are written only then.
     Q_PROPERTY(bool updateAvailable READ updateAvailable NOTIFY updateAvailableChanged)
     Q_PROPERTY(QString latestVersion READ latestVersion NOTIFY latestVersionChanged)
     Q_PROPERTY(QString latestDownloadURL READ latestDownloadURL NOTIFY latestDownloadURLChanged)
@@ -293,6 +294,9 @@ public:
     [[nodiscard]] QString latestVersion() const { return m_latestVersion; }
     [[nodiscard]] QString latestDownloadURL() const { return m_latestDownloadURL; }
     [[nodiscard]] UpdatePhase updatePhase() const { return m_updatePhase; }
+
+    /// Asks the update endpoint for a newer build. In silence: a failure changes nothing.
+    Task<> checkForUpdates();
 
 Q_SIGNALS:
     void languageChanged();

@@ -68,6 +68,11 @@ void AppState::initializeServices() {
     m_availableDevices = m_audioService.listInputDevices();
     log(ActivityType::settings,
         u"Audio devices: %1 found"_s.arg(m_availableDevices.value().size()));
+    m_platform.scheduler.startDetached([self = QPointer(this)]() -> Task<> {
+        if (self) {
+            co_await self->checkForUpdates();
+        }
+    });
     loadModel();
     if (microphoneAuthorized() && m_audioService.permissionGranted()) {
         m_audioService.startKeepWarm();

@@ -16,6 +16,9 @@ public:
 
     /// "1.2.3"; absent when the bundle names none.
     [[nodiscard]] virtual std::optional<QString> version() const = 0;
+    /// Where the manifest of the newest build is kept, a fixed value of the build without a slash
+    /// at its end: "https://host/path".
+    [[nodiscard]] virtual QString updateEndpoint() const = 0;
     /// Path of the resource file "<name>.<extension>"; absent when it isn't there.
     [[nodiscard]] virtual std::optional<QString> resource(const QString& name,
                                                           const QString& extension) const = 0;

@@ -8,6 +8,7 @@ namespace quorvin {
 
 class ApplicationBundle;
 class AudioHost;
+class HttpClient;
 class KeyEvents;
 class Pasteboard;
 class ProcessRunner;
@@ -33,6 +34,7 @@ struct Platform {
     Pasteboard& pasteboard;
     KeyEvents& keyEvents;
     TerminalAutomation& terminalAutomation;
+    HttpClient& httpClient;
     ProcessTableFactory makeProcessTable;
     /// Runs `work` once on another thread.
     std::function<void(std::function<void()> work)> runInBackground;

@@ -12,6 +12,7 @@
 #include "platform/linux/x11/XTestKeyEvents.h"
 #include "platform/linux/x11/XcbConnection.h"
 #include "platform/qt/JsonUserDefaults.h"
+#include "platform/qt/QtHttpClient.h"
 #include "platform/qt/QtPasteboard.h"
 #include "platform/qt/QtScheduler.h"
 #include "platform/qt/QtSoundPlayers.h"
@@ -37,10 +38,17 @@ std::unique_ptr<ProcessTable> makeProcessTable() {
 } // namespace
 
 struct LinuxPlatform::Parts {
+    explicit Parts(const QString& updateEndpoint)
+        : applicationBundle(updateEndpoint)
+        , httpClient(updateEndpoint.startsWith(QStringLiteral("http:"))
+                         ? QtHttpClient::Protocols::alsoPlainHttp
+                         : QtHttpClient::Protocols::onlyHttps) {}
+
     TerminationSignals terminationSignals{[] { QCoreApplication::quit(); }};
     // The scheduler goes last: the others may still post to it while they end.
     QtScheduler scheduler;
     XdgApplicationBundle applicationBundle;
+    QtHttpClient httpClient;
     JsonUserDefaults userDefaults{settingsFilePath()};
     PulseAudioHost audioHost{scheduler};
     PosixProcessRunner processRunner{scheduler};
@@ -68,11 +76,13 @@ struct LinuxPlatform::Parts {
         pasteboard,
         keyEvents,
         terminalAutomation,
+        httpClient,
         makeProcessTable,
         [](std::function<void()> work) { QThreadPool::globalInstance()->start(std::move(work)); }};
 };
 
-LinuxPlatform::LinuxPlatform() : m_parts(std::make_unique<Parts>()) {}
+LinuxPlatform::LinuxPlatform(const QString& updateEndpoint)
+    : m_parts(std::make_unique<Parts>(updateEndpoint)) {}
 
 LinuxPlatform::~LinuxPlatform() {
     // Work in the background hands its results to the scheduler.

@@ -2,6 +2,8 @@
 
 #include "platform/Platform.h"
 
+#include <QString>
+
 #include <memory>
 
 namespace quorvin {
@@ -11,7 +13,8 @@ namespace quorvin {
 /// processes are ended and the tasks that still wait are run to their end.
 class LinuxPlatform {
 public:
-    LinuxPlatform();
+    /// Plain HTTP is spoken only with an `updateEndpoint` that asks for it, as a test does.
+    explicit LinuxPlatform(const QString& updateEndpoint);
     ~LinuxPlatform();
     LinuxPlatform(const LinuxPlatform&) = delete;
     LinuxPlatform& operator=(const LinuxPlatform&) = delete;

@@ -10,6 +10,7 @@ namespace quorvin::testing {
 class FakeApplicationBundle final : public ApplicationBundle {
 public:
     [[nodiscard]] std::optional<QString> version() const override { return installedVersion; }
+    [[nodiscard]] QString updateEndpoint() const override { return endpoint; }
 
     [[nodiscard]] std::optional<QString> resource(const QString& name,
                                                   const QString& extension) const override {
@@ -26,6 +27,7 @@ public:
     [[nodiscard]] int processIdentifier() const override { return pid; }
 
     std::optional<QString> installedVersion = QStringLiteral("1.2.3");
+    QString endpoint = QStringLiteral("https://updates.test");
     /// Paths by file name.
     std::map<QString, QString> resources;
     QString home = QStringLiteral("/nowhere/home");

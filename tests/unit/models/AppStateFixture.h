@@ -7,6 +7,7 @@
 #include "support/VirtualScheduler.h"
 #include "support/fakes/FakeApplicationBundle.h"
 #include "support/fakes/FakeAudioHost.h"
+#include "support/fakes/FakeHttpClient.h"
 #include "support/fakes/FakeKeyEvents.h"
 #include "support/fakes/FakePasteboard.h"
 #include "support/fakes/FakeProcessRunner.h"
@@ -85,6 +86,7 @@ protected:
     FakePasteboard pasteboard;
     FakeKeyEvents keyEvents{scheduler};
     FakeTerminalAutomation terminalAutomation;
+    FakeHttpClient network;
     FakeProcesses processes;
 
 private:
@@ -102,6 +104,7 @@ private:
                         pasteboard,
                         keyEvents,
                         terminalAutomation,
+                        network,
                         [this] { return std::make_unique<FakeProcessTable>(processes); },
                         [](const std::function<void()>& work) { work(); }};
     std::unique_ptr<PerformanceMetrics> m_metrics;

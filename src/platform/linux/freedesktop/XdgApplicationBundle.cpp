@@ -10,14 +10,20 @@ namespace quorvin {
 
 using namespace Qt::Literals::StringLiterals;
 
-XdgApplicationBundle::XdgApplicationBundle()
-    : XdgApplicationBundle(QCoreApplication::applicationDirPath()) {}
+XdgApplicationBundle::XdgApplicationBundle(const QString& updateEndpoint)
+    : XdgApplicationBundle(updateEndpoint, QCoreApplication::applicationDirPath()) {}
 
-XdgApplicationBundle::XdgApplicationBundle(const QString& executableDirectory)
-    : m_resourceDirectory(QDir::cleanPath(executableDirectory + u"/../share/quorvin"_s)) {}
+XdgApplicationBundle::XdgApplicationBundle(const QString& updateEndpoint,
+                                           const QString& executableDirectory)
+    : m_updateEndpoint(updateEndpoint)
+    , m_resourceDirectory(QDir::cleanPath(executableDirectory + u"/../share/quorvin"_s)) {}
 
 std::optional<QString> XdgApplicationBundle::version() const {
     return QStringLiteral(QUORVIN_VERSION);
+}
+
+QString XdgApplicationBundle::updateEndpoint() const {
+    return m_updateEndpoint;
 }
 
 std::optional<QString> XdgApplicationBundle::resource(const QString& name,

@@ -8,11 +8,12 @@ namespace quorvin {
 /// directory of the executable, and the user's directories of the XDG Base Directory Specification.
 class XdgApplicationBundle final : public ApplicationBundle {
 public:
-    /// The directory of the running executable.
-    XdgApplicationBundle();
-    explicit XdgApplicationBundle(const QString& executableDirectory);
+    /// The bundle of the running executable.
+    explicit XdgApplicationBundle(const QString& updateEndpoint);
+    XdgApplicationBundle(const QString& updateEndpoint, const QString& executableDirectory);
 
     [[nodiscard]] std::optional<QString> version() const override;
+    [[nodiscard]] QString updateEndpoint() const override;
     [[nodiscard]] std::optional<QString> resource(const QString& name,
                                                   const QString& extension) const override;
     [[nodiscard]] QString homeDirectory() const override;
@@ -22,6 +23,7 @@ public:
     [[nodiscard]] int processIdentifier() const override;
 
 private:
+    QString m_updateEndpoint;
     QString m_resourceDirectory;
 };
 

@@ -21,13 +21,17 @@ protected:
     }
 
     QTemporaryDir prefix;
-    XdgApplicationBundle bundle{prefix.filePath(u"bin"_s)};
+    XdgApplicationBundle bundle{u"https://updates.test/path"_s, prefix.filePath(u"bin"_s)};
 };
 
 } // namespace
 
 TEST_F(XdgApplicationBundleTest, TheVersionIsThatOfTheBuild) {
     EXPECT_EQ(bundle.version(), QStringLiteral(EXPECTED_VERSION));
+}
+
+TEST_F(XdgApplicationBundleTest, TheUpdateEndpointIsWhatTheBuildSays) {
+    EXPECT_EQ(bundle.updateEndpoint(), u"https://updates.test/path");
 }
 
 TEST_F(XdgApplicationBundleTest, ResourcesStandBesideTheDirectoryOfTheProgram) {
