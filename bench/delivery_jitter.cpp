@@ -5,12 +5,12 @@
 #include "platform/linux/x11/XTestKeyEvents.h"
 #include "platform/qt/QtScheduler.h"
 #include "services/agents/KeystrokeInjector.h"
+#include "support/Quantile.h"
 
 #include <QCoreApplication>
 #include <QEventLoop>
 #include <QProcess>
 
-#include <algorithm>
 #include <array>
 #include <chrono>
 #include <cmath>
@@ -94,12 +94,6 @@ std::vector<double> deviationsOfOne(Scheduler& scheduler, KeyEvents& keys) {
     return deviations;
 }
 
-double quantile(const std::vector<double>& sorted, double share) {
-    const auto rank =
-        static_cast<std::size_t>(std::ceil(share * static_cast<double>(sorted.size())));
-    return sorted.at(rank - 1);
-}
-
 } // namespace
 
 int main(int argc, char** argv) {
@@ -118,10 +112,9 @@ int main(int argc, char** argv) {
             const std::vector<double> one = deviationsOfOne(scheduler, keys);
             deviations.insert(deviations.end(), one.begin(), one.end());
         }
-        std::sort(deviations.begin(), deviations.end());
-        std::printf("delivery_jitter_median %.3g ms\n", quantile(deviations, 0.5));
-        std::printf("delivery_jitter_p99 %.3g ms\n", quantile(deviations, 0.99));
-        std::printf("delivery_jitter_max %.3g ms\n", deviations.back());
+        std::printf("delivery_jitter_median %.3g ms\n", bench::quantile(deviations, 0.5));
+        std::printf("delivery_jitter_p99 %.3g ms\n", bench::quantile(deviations, 0.99));
+        std::printf("delivery_jitter_max %.3g ms\n", bench::quantile(deviations, 1));
     }
     server.kill();
     server.waitForFinished();

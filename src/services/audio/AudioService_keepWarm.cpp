@@ -7,6 +7,13 @@
 
 namespace quorvin {
 
+namespace {
+
+/// A quarter of a take's: what a buffer holds when the take begins is lost between the two.
+constexpr std::uint32_t preferredFrameCount = 256;
+
+} // namespace
+
 void AudioService::startKeepWarm() {
     if (m_warmEngine) {
         return;
@@ -30,7 +37,7 @@ void AudioService::startKeepWarm() {
     auto converter =
         needsConversion(hardware) ? m_host.makeSampleConverter(hardware, targetFormat) : nullptr;
     const auto input = std::make_shared<TapInput>(hardware, std::move(converter));
-    engine->installTap(captureFrameCount(hardware.sampleRate),
+    engine->installTap(captureFrameCount(hardware.sampleRate, preferredFrameCount),
                        loggingFailures([input, shared = m_shared](std::span<const float> buffer) {
                            const auto samples = input->samples(buffer);
                            const std::lock_guard lock(shared->warmLock);

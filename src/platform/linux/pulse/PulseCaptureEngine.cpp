@@ -15,8 +15,9 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr auto patience = 2s;
-/// How much the server collects before it sends; less costs wake-ups, more is heard as delay.
-constexpr auto fragment = 10ms;
+/// How much the server collects before it sends: less costs wake-ups, more is lost between the
+/// look-back and the take.
+constexpr auto fragment = 7ms;
 
 PulseMainloop::Clock::time_point patienceEnd() {
     return PulseMainloop::Clock::now() + patience;

@@ -1,5 +1,5 @@
 #include "platform/qt/QtSoundPlayers.h"
-#include "unit/platform/linux/pulse/SoundServer.h"
+#include "support/SoundServer.h"
 #include "unit/platform/qt/TestSound.h"
 
 #include <QCoreApplication>

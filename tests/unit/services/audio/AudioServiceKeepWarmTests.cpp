@@ -109,7 +109,7 @@ TEST_F(AudioServiceKeepWarm, NeitherGainNorGateNorMeterTouchTheLookback) {
 TEST_F(AudioServiceKeepWarm, OtherFormatsAreConverted) {
     host.inputFormat = {48000.0, 2};
     service->startKeepWarm();
-    EXPECT_EQ(engine().tapFrameCount, 1023U);
+    EXPECT_EQ(engine().tapFrameCount, 255U);
     engine().feed({0.5F, 0.25F, 9, 9, 9, 9});
     EXPECT_THAT(service->drainWarmBuffer(), ElementsAre(0.375F));
 }

@@ -2,7 +2,7 @@
 
 #include "platform/linux/pulse/PulseAudioHost.h"
 #include "platform/qt/QtScheduler.h"
-#include "unit/platform/linux/pulse/SoundServer.h"
+#include "support/SoundServer.h"
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>

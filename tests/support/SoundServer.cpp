@@ -1,4 +1,4 @@
-#include "unit/platform/linux/pulse/SoundServer.h"
+#include "support/SoundServer.h"
 
 #include <algorithm>
 #include <array>

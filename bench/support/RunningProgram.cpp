@@ -1,0 +1,100 @@
+#include "RunningProgram.h"
+
+#include <QDir>
+#include <QFile>
+
+#include <unistd.h>
+
+namespace quorvin::bench {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr int patience = 30000; // milliseconds
+
+void write(const QString& path, const QByteArray& text) {
+    QDir().mkpath(QFileInfo(path).path());
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size()) {
+        qFatal("%s can't be written", qUtf8Printable(path));
+    }
+    file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+}
+
+} // namespace
+
+Desktop::Desktop() : m_environment(QProcessEnvironment::systemEnvironment()) {
+    m_soundServer.start({testing::sinkModule(u"room"_s, 48000, 2),
+                         testing::microphoneModule(u"mic"_s, u"room"_s, u"Desk Microphone"_s),
+                         testing::toneModule(u"room"_s, 440)});
+    m_display.setStandardErrorFile(QProcess::nullDevice());
+    m_display.start(u"Xvfb"_s, {u"-displayfd"_s, u"1"_s, u"-nolisten"_s, u"tcp"_s, u"-screen"_s,
+                                u"0"_s, u"1280x1024x24"_s});
+    while (!m_display.canReadLine() && m_display.waitForReadyRead(patience)) {
+    }
+    const QString home = m_home.path();
+    write(home + u"/bin/whisper-cpp"_s, "#!/bin/sh\necho ' a few words'\n");
+    write(home + u"/models/ggml-base.bin"_s, "No model is read here.\n");
+    write(home + u"/config/quorvin/settings.json"_s, R"({"onboardingComplete": true})");
+    QDir(home).mkpath(u"run"_s);
+
+    m_environment = QProcessEnvironment::systemEnvironment(); // with the server's address
+    m_environment.insert(u"DISPLAY"_s, u':' + QString::fromLatin1(m_display.readLine()).trimmed());
+    m_environment.insert(u"HOME"_s, home);
+    m_environment.insert(u"PATH"_s, home + u"/bin:/usr/bin:/bin"_s);
+    m_environment.insert(u"TMPDIR"_s, home);
+    m_environment.insert(u"XDG_CONFIG_HOME"_s, home + u"/config"_s);
+    m_environment.insert(u"XDG_DATA_HOME"_s, home + u"/data"_s);
+    m_environment.insert(u"XDG_CACHE_HOME"_s, home + u"/cache"_s);
+    m_environment.insert(u"XDG_RUNTIME_DIR"_s, home + u"/run"_s);
+    m_environment.insert(u"QT_QPA_PLATFORM"_s, u"xcb"_s);
+    // A virtual display has no graphics hardware; this is what Qt Quick draws with there.
+    m_environment.insert(u"QT_QUICK_BACKEND"_s, u"software"_s);
+    m_environment.insert(u"QT_FORCE_STDERR_LOGGING"_s, u"1"_s);
+    // Tells of every frame.
+    m_environment.insert(u"QT_LOGGING_RULES"_s, u"qt.scenegraph.time.renderloop=true"_s);
+}
+
+Desktop::~Desktop() {
+    m_display.kill();
+    m_display.waitForFinished(patience);
+}
+
+RunningProgram::RunningProgram(const Desktop& desktop) {
+    m_process.setProcessEnvironment(desktop.environment());
+    m_process.setReadChannel(QProcess::StandardError);
+    const auto begin = std::chrono::steady_clock::now();
+    m_process.start(QStringLiteral(QUORVIN_PROGRAM), {});
+    waitFor("qt.scenegraph.time.renderloop");
+    m_timeToFirstFrame = std::chrono::steady_clock::now() - begin;
+}
+
+RunningProgram::~RunningProgram() {
+    m_process.terminate();
+    m_process.waitForFinished(patience);
+}
+
+std::chrono::duration<double> RunningProgram::processorTime() const {
+    QFile file(u"/proc/%1/stat"_s.arg(m_process.processId()));
+    if (!file.open(QIODevice::ReadOnly)) {
+        qFatal("The program has ended");
+    }
+    const QByteArray line = file.readAll();
+    // Behind the name in parentheses the state is the first field; user and system time are the
+    // twelfth and thirteenth (proc(5)).
+    const QList<QByteArray> fields = line.sliced(line.lastIndexOf(')') + 2).split(' ');
+    const double ticks = fields.at(11).toDouble() + fields.at(12).toDouble();
+    return std::chrono::duration<double>(ticks / static_cast<double>(sysconf(_SC_CLK_TCK)));
+}
+
+void RunningProgram::waitFor(const QByteArray& text) {
+    while (!m_log.contains(text)) {
+        if (!m_process.waitForReadyRead(patience)) {
+            qFatal("The program did not say \"%s\" but:\n%s", text.data(), m_log.data());
+        }
+        m_log += m_process.readAllStandardError();
+    }
+}
+
+} // namespace quorvin::bench
