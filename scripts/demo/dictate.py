@@ -33,7 +33,7 @@ def environment_with_engine(program, desktop, home, output):
     and commands, get ready with an engine? Settings and history are private all the same.
     """
     own = {**home.environment, "HOME": os.environ["HOME"], "PATH": os.environ["PATH"]}
-    with Program(program, desktop, own, os.path.join(output, "search.log")) as trial:
+    with Program([program], desktop, own, os.path.join(output, "search.log")) as trial:
         trial.wait_for_log("WhisperService ready")
         found = "WhisperService ready (binary + model)" in trial.log
     if found:
@@ -74,7 +74,7 @@ def demonstrate(program, output):
         environment = environment_with_engine(program, desktop, home, output)
         terminal = stack.enter_context(AgentTerminal(desktop, home))
         log_path = os.path.join(output, "program.log")
-        running = stack.enter_context(Program(program, desktop, environment, log_path))
+        running = stack.enter_context(Program([program], desktop, environment, log_path))
         running.wait_until_ready()
         running.screenshot(os.path.join(output, "1-ready.png"))
         draft = dictate(running, desktop, output)

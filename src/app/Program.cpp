@@ -18,11 +18,11 @@ using namespace Qt::Literals::StringLiterals;
 namespace quorvin {
 
 int runProgram(int argc, char** argv, const QString& updateEndpoint) {
+    QGuiApplication application(argc, argv);
     SingleInstance instance(QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation));
     if (!instance.isFirst()) {
         return 0;
     }
-    QGuiApplication application(argc, argv);
     QGuiApplication::setApplicationName(u"Quorvin"_s);
     QGuiApplication::setDesktopFileName(u"quorvin"_s);
     QGuiApplication::setFont(QFont(QStringList{u"Geist"_s, u"Inter"_s}));

@@ -9,7 +9,7 @@
 namespace quorvin {
 
 /// Lets one instance of the program run per user and tells it of later starts. Main thread only;
-/// needs no application object before `onLaterStart`.
+/// needs the application object.
 class SingleInstance {
 public:
     /// `directory` is the user's own, such as the runtime directory.

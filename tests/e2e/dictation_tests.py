@@ -1,5 +1,6 @@
 """Speaking, and the text that comes of it."""
 
+import json
 import subprocess
 
 from desktop import word_errors
@@ -39,6 +40,33 @@ class DictationTests(ProgramTest):
         program.stop_recording()
 
         self.assertTrue(program.draft().startswith("please "), program.draft())
+
+    def test_words_of_the_two_seconds_before_the_key_are_in_the_draft(self):
+        program = self.start_ready_program()
+
+        self.say("run the unit tests")
+        program.press("ctrl+r")
+        program.wait_for_log("Recording started successfully")
+        self.say("and fix the first failure")
+        program.press("ctrl+r")
+        program.wait_until_idle()
+
+        spoken = "run the unit tests and fix the first failure"
+        self.assertLessEqual(word_errors(spoken, program.draft()), 2, program.draft())
+        # The row tells how long the key was down; both parts together take longer to say.
+        [row] = self.home.history()
+        self.assertLess(row["duration"], 3.0)
+
+    def test_a_take_in_silence_ends_by_itself(self):
+        self.home.write_settings(json.dumps(
+            {"onboardingComplete": True, "vadAutoStop": True, "silenceTimeout": 1}))
+        program = self.start_ready_program()
+
+        program.record()
+        program.wait_until_idle()
+
+        self.assertIn("VAD auto-stop: 1s silence", program.activity())
+        self.assertEqual(program.draft(), "")
 
     def test_the_meter_follows_the_voice(self):
         program = self.start_ready_program()

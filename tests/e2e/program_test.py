@@ -24,15 +24,20 @@ class ProgramTest(unittest.TestCase):
         self.home = Home(tempfile.mkdtemp(dir=self.desktop.directory))
         self.home.install_engine(pocketsphinx_engine())
 
-    def start_program(self):
-        """The log and a last picture of the screen are kept with the output of the tests."""
-        output = os.path.join(os.environ["QUORVIN_E2E_OUTPUT"], self.id())
-        shutil.rmtree(output, ignore_errors=True)
-        os.makedirs(output)
+        self.output = os.path.join(os.environ["QUORVIN_E2E_OUTPUT"], self.id())
+        shutil.rmtree(self.output, ignore_errors=True)
+        os.makedirs(self.output)
+
+    def start_program(self, executable="QUORVIN_EXECUTABLE", log="program.log", command=(), **variables):
+        """`executable` names the variable with its path; `variables` are added to its environment;
+        `command` is a command line that starts the one that follows it.
+
+        The log and a last picture of the screen are kept with the output of the tests.
+        """
         program = self.enterContext(
-            Program(os.environ["QUORVIN_EXECUTABLE"], self.desktop, self.home.environment,
-                    os.path.join(output, "program.log")))
-        self.addCleanup(program.screenshot, os.path.join(output, "screen.png"))
+            Program([*command, os.environ[executable]], self.desktop,
+                    {**self.home.environment, **variables}, os.path.join(self.output, log)))
+        self.addCleanup(program.screenshot, os.path.join(self.output, "screen.png"))
         return program
 
     def start_ready_program(self):

@@ -2,8 +2,9 @@
 
 import json
 import os
+import stat
 
-from desktop import speaking_engine
+from desktop import speaking_engine, waiting_engine
 from program_test import ProgramTest
 
 
@@ -43,6 +44,22 @@ class StartupTests(ProgramTest):
 
         self.assertEqual(self.home.temporary_recordings(), [foreign])
         self.assertIn("Cleaned up 1 orphaned WAV file(s) from /tmp", program.activity())
+
+    def test_the_recording_of_a_killed_run_is_gone_after_the_next_start(self):
+        self.home.install_engine(waiting_engine())
+        program = self.start_ready_program()
+        program.record()
+        self.say("run the tests")
+        program.click("Stop")
+        [recording] = program.wait_until(self.home.temporary_recordings, "the file for the engine")
+        self.assertEqual(stat.S_IMODE(os.stat(recording).st_mode), 0o600)
+        program.kill()
+        self.assertEqual(self.home.temporary_recordings(), [recording])
+
+        program = self.start_program(log="second.log")
+
+        program.wait_for_activity("Cleaned up 1 orphaned WAV file(s) from /tmp")
+        self.assert_nothing_left_behind()
 
     def test_an_unusable_data_directory_costs_only_the_history(self):
         self.home.block_data_directory()

@@ -8,6 +8,7 @@
 #include "platform/linux/pulse/PulseAudioHost.h"
 #include "platform/linux/terminals/LinuxTerminalAutomation.h"
 #include "platform/linux/terminals/X11TerminalWindows.h"
+#include "platform/linux/x11/X11Windows.h"
 #include "platform/linux/x11/X11Workspace.h"
 #include "platform/linux/x11/XTestKeyEvents.h"
 #include "platform/linux/x11/XcbConnection.h"
@@ -20,11 +21,14 @@
 
 #include <QCoreApplication>
 #include <QDBusConnection>
+#include <QLoggingCategory>
 #include <QThreadPool>
 
 namespace quorvin {
 
 namespace {
+
+Q_LOGGING_CATEGORY(platformLog, "com.quorvin.Platform", QtInfoMsg)
 
 /// Where packages put documentation, seen from the directory of the program.
 QString userGuideDirectory() {
@@ -63,6 +67,9 @@ struct LinuxPlatform::Parts {
     LinuxTerminalAutomation terminalAutomation{scheduler, workspace, terminalWindows,
                                                LinuxTerminalAutomation::thisSystem()};
 
+    /// So that the log of a program that can't do everything tells why.
+    void reportWhatIsMissing();
+
     const Platform platform{
         scheduler,
         applicationBundle,
@@ -81,8 +88,24 @@ struct LinuxPlatform::Parts {
         [](std::function<void()> work) { QThreadPool::globalInstance()->start(std::move(work)); }};
 };
 
+void LinuxPlatform::Parts::reportWhatIsMissing() {
+    if (audioHost.authorizationStatus() != MicrophoneAuthorization::authorized) {
+        qCWarning(platformLog, "No sound server answers: nothing can be recorded");
+    }
+    if (!QDBusConnection::sessionBus().isConnected()) {
+        qCWarning(platformLog, "No session bus: no notifications, and no tab can be shown by name");
+    }
+    if (!display.isOpen()) {
+        qCWarning(platformLog, "No X display: nothing can be sent to terminals");
+    } else if (!X11Windows(display).isManaged()) {
+        qCWarning(platformLog, "No window manager: windows are told apart by X11 alone");
+    }
+}
+
 LinuxPlatform::LinuxPlatform(const QString& updateEndpoint)
-    : m_parts(std::make_unique<Parts>(updateEndpoint)) {}
+    : m_parts(std::make_unique<Parts>(updateEndpoint)) {
+    m_parts->reportWhatIsMissing();
+}
 
 LinuxPlatform::~LinuxPlatform() {
     // Work in the background hands its results to the scheduler.

@@ -10,6 +10,7 @@ from gi.repository import Gio, GLib
 from .processes import Child
 
 NOTIFICATIONS_NAME = "org.freedesktop.Notifications"
+URGENCY_CRITICAL = 2
 NOTIFICATIONS_PATH = "/org/freedesktop/Notifications"
 NOTIFICATIONS_INTERFACE = """
 <node>
@@ -52,8 +53,13 @@ def connect(address):
 
 @dataclass(frozen=True)
 class Notification:
+    """As a banner stands on the screen; a later one with the same number takes its place."""
+
+    number: int
     title: str
     body: str
+    category: str
+    is_critical: bool
 
 
 class NotificationServer:
@@ -81,8 +87,18 @@ class NotificationServer:
 
     @property
     def received(self):
+        """Everything that came, oldest first."""
         with self._lock:
             return list(self._received)
+
+    @property
+    def on_screen(self):
+        """What is left of it when each replaced its predecessor."""
+        return list({banner.number: banner for banner in self.received}.values())
+
+    def clear(self):
+        with self._lock:
+            self._received.clear()
 
     def _serve(self):
         self._context.push_thread_default()
@@ -97,11 +113,14 @@ class NotificationServer:
 
     def _answer(self, _connection, _sender, _path, _interface, method, arguments, invocation):
         if method == "Notify":
-            _, replaces, _, title, body, *_ = arguments.unpack()
+            _, replaces, _, title, body, _, hints, _ = arguments.unpack()
             with self._lock:
-                self._received.append(Notification(title, body))
-                self._last_id += 1
-                answer = GLib.Variant("(u)", (replaces or self._last_id,))
+                if not replaces:
+                    self._last_id += 1
+                number = replaces or self._last_id
+                self._received.append(Notification(number, title, body, hints["category"],
+                                                   hints["urgency"] == URGENCY_CRITICAL))
+                answer = GLib.Variant("(u)", (number,))
         elif method == "GetCapabilities":
             answer = GLib.Variant("(as)", (["body"],))
         elif method == "GetServerInformation":

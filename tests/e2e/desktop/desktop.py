@@ -10,8 +10,9 @@ from .sound import SoundServer, Speech
 
 
 class Desktop:
-    def __init__(self, has_window_manager=True):
+    def __init__(self, has_window_manager=True, has_session_bus=True):
         self._has_window_manager = has_window_manager
+        self._has_session_bus = has_session_bus
 
     def __enter__(self):
         with ExitStack() as stack:
@@ -25,8 +26,11 @@ class Desktop:
                 "PATH": os.environ["PATH"],
                 "XDG_RUNTIME_DIR": runtime,
             }
-            self.bus = stack.enter_context(SessionBus(runtime, self.environment))
-            self.notifications = stack.enter_context(NotificationServer(self.bus.address))
+            if self._has_session_bus:
+                self.bus = stack.enter_context(SessionBus(runtime, self.environment))
+                self.notifications = stack.enter_context(NotificationServer(self.bus.address))
+            else:
+                self.environment["DBUS_SESSION_BUS_ADDRESS"] = "unix:path=/nowhere"
             self.display = stack.enter_context(
                 VirtualDisplay(self.directory, self.environment, self._has_window_manager))
             self.sound = stack.enter_context(SoundServer(runtime, self.environment))

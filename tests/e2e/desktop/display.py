@@ -6,7 +6,7 @@ import subprocess
 from .processes import Child, wait_until
 
 
-SIZE = "1280x800x24"
+SIZE = "1280x1024x24"
 
 
 class VirtualDisplay:
@@ -70,9 +70,16 @@ class VirtualDisplay:
             self._xdotool("windowactivate", window)
         else:
             self._xdotool("windowraise", window, "windowfocus", window)
-        wait_until(lambda: self._focused_window() == window, "the focus of window " + window)
+        wait_until(lambda: self.focused_window() == window, "the focus of window " + window)
 
-    def _focused_window(self):
+    def open_window(self, place):
+        """Opens an empty terminal at a place as "+10+20" and returns its window."""
+        terminal = self._start("xterm", "-geometry", "60x20" + place, "-e", "cat")
+        [window] = wait_until(lambda: self.windows_of(terminal.pid), "the window of xterm")
+        return window
+
+    def focused_window(self):
+        """The number of the window that has the keyboard."""
         question = "getactivewindow" if self._has_window_manager else "getwindowfocus"
         return self._xdotool(question).strip()
 

@@ -17,5 +17,10 @@ def speaking_engine(text):
     return "#!/bin/sh\necho ' %s'\n" % text
 
 
+def waiting_engine():
+    """Never comes to an end by itself."""
+    return "#!/bin/sh\nexec sleep infinity\n"
+
+
 def failing_engine(message):
     return "#!/bin/sh\necho '%s' >&2\nexit 3\n" % message

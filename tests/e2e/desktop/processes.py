@@ -59,6 +59,10 @@ class Child:
 
         return wait_until(holds, what, timeout, self.tail)
 
+    def wait(self, timeout):
+        """Returns the exit status, negative for a signal, of a command that ends by itself."""
+        return self._process.wait(timeout)
+
     def kill(self):
         """Ends it as a crash would, and returns when it is gone."""
         self._process.kill()

@@ -22,16 +22,17 @@ RECORDING_STARTED = "Recording started successfully"
 class Program:
     """Ends with the `with` block; it has to run until then and must not crash on its way out."""
 
-    def __init__(self, executable, desktop, home_environment, log_path):
+    def __init__(self, command, desktop, home_environment, log_path):
         self._desktop = desktop
-        self._child = Child([executable],
+        self._was_killed = False
+        self._child = Child(command,
                             {**desktop.environment, **QT_ENVIRONMENT, **home_environment}, log_path)
 
     def __enter__(self):
         return self
 
     def __exit__(self, failure, *_):
-        if failure:
+        if failure or self._was_killed:
             self._child.kill()
             return
         if not self._child.is_running():
@@ -39,6 +40,16 @@ class Program:
         status = self._child.stop()
         if status not in (0, -signal.SIGTERM):
             raise AssertionError("the program ended with %d\n%s" % (status, self._child.tail()))
+
+    def kill(self):
+        """Ends it as a crash would."""
+        self._was_killed = True
+        self._child.kill()
+
+    def wait_for_end(self, timeout=20.0):
+        """Waits until it has ended by itself and returns its exit status."""
+        self._was_killed = True
+        return self._child.wait(timeout)
 
     @property
     def log(self):

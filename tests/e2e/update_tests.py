@@ -1,0 +1,108 @@
+"""The question for a newer build, and everything that can come back."""
+
+import http.server
+import json
+import socket
+import threading
+import time
+import urllib.parse
+from contextlib import contextmanager
+
+from program_test import ProgramTest
+
+MANIFEST = json.dumps({"version": "v9.9.9", "dmg": "https://updates.example/Quorvin.tar.gz"})
+ANNOUNCEMENT = "Update available: v9.9.9"
+
+
+class Store:
+    """A web server that gives one answer, with `status`, to every question."""
+
+    def __init__(self, status, body):
+        self.requests = []
+        store = self
+
+        class Handler(http.server.BaseHTTPRequestHandler):
+            def do_GET(self):
+                store.requests.append((self.path, dict(self.headers)))
+                self.send_response(status)
+                self.send_header("Content-Length", str(len(body)))
+                self.end_headers()
+                self.wfile.write(body)
+
+            def log_message(self, *_):
+                pass
+
+        self._server = http.server.ThreadingHTTPServer(("127.0.0.1", 0), Handler)
+        self.endpoint = "http://127.0.0.1:%d" % self._server.server_port
+
+    def __enter__(self):
+        threading.Thread(target=self._server.serve_forever, daemon=True).start()
+        return self
+
+    def __exit__(self, *_):
+        self._server.shutdown()
+        self._server.server_close()
+
+
+@contextmanager
+def silent_server():
+    """Takes connections and never says a word."""
+    with socket.create_server(("127.0.0.1", 0)) as listener:
+        yield listener
+
+
+class UpdateTests(ProgramTest):
+    def start_with_updates_from(self, endpoint):
+        return self.start_program("QUORVIN_UPDATES_EXECUTABLE",
+                                  QUORVIN_TEST_UPDATE_ENDPOINT=endpoint)
+
+    def test_a_newer_build_is_announced(self):
+        with Store(200, MANIFEST.encode()) as store:
+            program = self.start_with_updates_from(store.endpoint)
+            program.wait_for_activity(ANNOUNCEMENT)
+
+        [(path, headers)] = store.requests
+        address = urllib.parse.urlsplit(path)
+        self.assertEqual(address.path, "/builds/latest.json")
+        [asked_at] = urllib.parse.parse_qs(address.query, strict_parsing=True)["ts"]
+        self.assertAlmostEqual(int(asked_at), time.time(), delta=120)
+        self.assertEqual(headers["Accept"], "application/json")
+
+    def test_the_status_of_the_answer_is_not_looked_at(self):
+        with Store(404, MANIFEST.encode()) as store:
+            self.start_with_updates_from(store.endpoint).wait_for_activity(ANNOUNCEMENT)
+
+    def assert_nothing_is_said(self, program):
+        """It works as ever, and its list of events is that of a start without updates."""
+        program.wait_until_ready()
+        program.wait_for_activity("Whisper model loaded and ready")
+        program.record()
+        program.press("Escape")
+        program.wait_until_idle()
+        self.assertFalse([line for line in program.activity() if "pdate" in line])
+
+    def assert_answer_changes_nothing(self, status, body):
+        with Store(status, body) as store:
+            program = self.start_with_updates_from(store.endpoint)
+            program.wait_until(lambda: store.requests, "the question")
+            self.assert_nothing_is_said(program)
+
+    def test_an_older_build_is_no_news(self):
+        self.assert_answer_changes_nothing(200, b'{"version": "0.0.1"}')
+
+    def test_garbage_changes_nothing(self):
+        self.assert_answer_changes_nothing(200, bytes(range(256)) * 40)
+
+    def test_an_error_page_changes_nothing(self):
+        self.assert_answer_changes_nothing(404, b"<html><body>Not Found</body></html>")
+
+    def test_a_server_that_never_answers_changes_nothing(self):
+        with silent_server() as listener:
+            program = self.start_with_updates_from("http://127.0.0.1:%d"
+                                                   % listener.getsockname()[1])
+            self.assert_nothing_is_said(program)
+
+    def test_no_server_changes_nothing(self):
+        with silent_server() as listener:
+            port = listener.getsockname()[1]
+        self.assert_nothing_is_said(self.start_with_updates_from("http://127.0.0.1:%d" % port))
