@@ -56,11 +56,10 @@ void appendBar(std::vector<WaveformFill>& fills, int bar, double value, QSizeF s
     const double x = step * 0.5 + step * bar + barMargin - barWidth * 0.5;
     const RgbColor color = mixed({}, neonRGB(bar / (barCount - 1.0)), 0.88 + value * 0.12);
 
-    fills.push_back(
-        {{x - barWidth * 1.9, midY - half * 1.3 - 4, barWidth * 4.8, half * 2.6 + 8},
-         barWidth * 2.2,
-         color,
-         0.06 + value * 0.18});
+    fills.push_back({{x - barWidth * 1.9, midY - half * 1.3 - 4, barWidth * 4.8, half * 2.6 + 8},
+                     barWidth * 2.2,
+                     color,
+                     0.06 + value * 0.18});
     fills.push_back({{x - barWidth * 0.85, midY - half - 2, barWidth * 2.7, half * 2 + 4},
                      barWidth * 1.35, // round ends
                      color,
@@ -123,16 +122,14 @@ QRectF WaveformDrawing::bounds() const {
     }
     if (!line.empty() && !strokes.empty()) {
         const auto [highest, lowest] =
-            std::minmax_element(line.begin(), line.end(), [](const QPointF& a, const QPointF& b) {
-                return a.y() < b.y();
-            });
-        const double half =
-            std::max_element(strokes.begin(), strokes.end(),
-                             [](const WaveformStroke& a, const WaveformStroke& b) {
-                                 return a.width < b.width;
-                             })
-                ->width /
-            2;
+            std::minmax_element(line.begin(), line.end(),
+                                [](const QPointF& a, const QPointF& b) { return a.y() < b.y(); });
+        const double half = std::max_element(strokes.begin(), strokes.end(),
+                                             [](const WaveformStroke& a, const WaveformStroke& b) {
+                                                 return a.width < b.width;
+                                             })
+                                ->width /
+                            2;
         bounds |= QRectF(QPointF(line.front().x(), highest->y() - half),
                          QPointF(line.back().x(), lowest->y() + half));
     }

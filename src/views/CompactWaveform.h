@@ -15,6 +15,8 @@ struct RgbColor {
     double red = 0;
     double green = 0;
     double blue = 0;
+
+    bool operator==(const RgbColor&) const = default;
 };
 
 /// What the canvas shows: bars during a take and a transcription, otherwise a line that breathes.

@@ -1,0 +1,12 @@
+#include "views/NeonDot.h"
+
+#include <QPainter>
+
+namespace quorvin {
+
+void NeonDot::paintContent(QPainter& painter) const {
+    painter.setPen(Qt::NoPen);
+    painter.drawEllipse(boundingRect());
+}
+
+} // namespace quorvin

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "views/NeonGlow.h"
+
+#include <QtQml/qqmlregistration.h>
+
+namespace quorvin {
+
+/// A disc that fills its bounds.
+class NeonDot final : public NeonGlow {
+    Q_OBJECT
+    QML_ELEMENT
+
+public:
+    using NeonGlow::NeonGlow;
+
+protected:
+    void paintContent(QPainter& painter) const override;
+};
+
+} // namespace quorvin

@@ -1,0 +1,22 @@
+#include "theme/GeistFont.h"
+
+#include <gtest/gtest.h>
+
+using namespace quorvin;
+
+TEST(GeistFont, EveryWeightHasItsFace) {
+    EXPECT_EQ(GeistFont::name(QFont::Black), u"Geist-Black");
+    EXPECT_EQ(GeistFont::name(QFont::ExtraBold), u"Geist-Black");
+    EXPECT_EQ(GeistFont::name(QFont::Bold), u"Geist-Bold");
+    EXPECT_EQ(GeistFont::name(QFont::DemiBold), u"Geist-SemiBold");
+    EXPECT_EQ(GeistFont::name(QFont::Medium), u"Geist-Medium");
+    EXPECT_EQ(GeistFont::name(QFont::Normal), u"Geist-Regular");
+    EXPECT_EQ(GeistFont::name(QFont::Light), u"Geist-Light");
+    EXPECT_EQ(GeistFont::name(QFont::ExtraLight), u"Geist-Light");
+    EXPECT_EQ(GeistFont::name(QFont::Thin), u"Geist-Light");
+    EXPECT_EQ(GeistFont::name(static_cast<QFont::Weight>(450)), u"Geist-Regular");
+}
+
+TEST(GeistFont, InterStandsIn) {
+    EXPECT_EQ(GeistFont::families(), (QStringList{QStringLiteral("Geist"), QStringLiteral("Inter")}));
+}
