@@ -59,7 +59,9 @@ AppState::AppState(const Platform& platform, QObject* parent)
     , m_soundService(SoundService::shared())
     , m_notificationService(NotificationService::shared())
     , m_storedSettings(AppSettings::read(platform.userDefaults))
-    , m_barPhaseOffsets(randomPhases(compactBarCount)) {
+    , m_barPhaseOffsets(randomPhases(compactBarCount))
+    , m_compactWindowController(platform.windowSystem, platform.userDefaults, platform.scheduler,
+                                u"compactPanelX"_s, u"compactPanelY"_s) {
     checkPermissions();
     m_microphoneAuthorized =
         platform.audioHost.authorizationStatus() == MicrophoneAuthorization::authorized;
@@ -68,7 +70,14 @@ AppState::AppState(const Platform& platform, QObject* parent)
     initializeServices();
 }
 
-AppState::~AppState() = default;
+AppState::~AppState() {
+    m_compactAnimationTask.cancel();
+    m_recordingTimer.cancel();
+    // What the audio service still publishes on its way out finds nobody.
+    disconnect(&m_audioService, nullptr, this, nullptr);
+    m_accessibilityPollTask.cancel();
+    m_windowGuard.reset();
+}
 
 // --- Settings ------------------------------------------------------------------------------------
 

@@ -3,6 +3,7 @@
 #include "models/ActivityEntry.h"
 #include "models/AppSettings.h"
 #include "models/CompactSessionInfo.h"
+#include "models/CompactWindowController.h"
 #include "models/UpdatePhase.h"
 #include "platform/Platform.h"
 #include "platform/WindowSystem.h"
@@ -283,6 +284,14 @@ public:
     [[nodiscard]] bool compactSessionsVisible() const { return m_compactSessionsVisible; }
     [[nodiscard]] int compactScrollOffset() const { return m_compactScrollOffset; }
     [[nodiscard]] QList<CompactSessionInfo> compactSessions() const { return m_compactSessions; }
+    [[nodiscard]] CompactWindowController& compactWindowController() {
+        return m_compactWindowController;
+    }
+
+    /// Moves the equalizer, from the panel's appearance to its end: about 30 frames a second during
+    /// a take or a transcription, 10 at rest. Starting again begins anew.
+    Q_INVOKABLE void startCompactAnimation();
+    Q_INVOKABLE void stopCompactAnimation();
 
     // --- Updates ---------------------------------------------------------------------------------
     /// The last check found a newer build; the two texts are written only then.
@@ -391,6 +400,9 @@ private:
     void loadModel();
     void notifyModelLoaded();
 
+    // AppState_compact.cpp
+    void updateCompactAnimation();
+
     // AppState_windows.cpp
     [[nodiscard]] std::shared_ptr<AppWindow> findMainWindow();
     void guardAgainstWindows();
@@ -479,7 +491,11 @@ private:
     QUORVIN_FIELD(QList<CompactSessionInfo>, compactSessions, QList<CompactSessionInfo>())
     QList<double> m_barPhaseOffsets; ///< filled at construction and read by nobody, as agreed
     AudioService::Bands m_compactFftBands{};
+    int m_compactIdleFrameCount = 0;   ///< 0 again at each active frame, and read by nobody
     int m_compactScrollFrameCount = 0; ///< reset at each take and read by nobody, as agreed
+
+    CancellableTask m_compactAnimationTask;
+    CompactWindowController m_compactWindowController;
 
     QUORVIN_FIELD(bool, updateAvailable, false)
     QUORVIN_FIELD(QString, latestVersion, QString())

@@ -28,6 +28,7 @@ void AppState::switchToCompactMode() {
     }
     m_isCompactMode = true;
     m_activeWindow = ActiveWindow::compact;
+    m_compactWindowController.show(*this);
     // Without exception here: open settings go as well.
     for (const auto& window : m_platform.windowSystem.windows()) {
         if (!window->isPanel()) {
@@ -68,6 +69,7 @@ void AppState::switchToMainWindow(bool stealFocus) {
     m_isCompactMode = false;
     m_activeWindow = ActiveWindow::main;
     m_windowGuard.reset();
+    m_compactWindowController.close();
     if (const auto window = findMainWindow()) {
         window->makeKeyAndOrderFront();
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QRectF>
 #include <QString>
 
 #include <functional>
@@ -30,6 +31,12 @@ public:
     virtual void makeKeyAndOrderFront() = 0;
 };
 
+/// One screen of the desktop, in the desktop's coordinates: points from its top left corner.
+struct Screen {
+    QRectF frame;        ///< all of it
+    QRectF visibleFrame; ///< what docks and bars leave free
+};
+
 /// The windows of this program. Main thread only.
 class WindowSystem {
 public:
@@ -48,6 +55,8 @@ public:
     /// `handler` is called each time a window of this program has taken the keyboard focus.
     [[nodiscard]] virtual Subscription
     onWindowBecameKey(std::function<void(std::shared_ptr<AppWindow>)> handler) = 0;
+    /// The main screen first; empty without a display.
+    [[nodiscard]] virtual std::vector<Screen> screens() = 0;
     /// Takes the keyboard focus from other programs.
     virtual void activateIgnoringOtherApps() = 0;
 };

@@ -15,9 +15,8 @@ const QString selectedThemeKey = u"selectedTheme"_s;
 
 const ThemeColors& themeNamed(const QString& name) {
     const auto& themes = ThemeLibrary::allThemes();
-    const auto* const found =
-        std::find_if(themes.begin(), themes.end(),
-                     [&](const ThemeColors& theme) { return theme.name == name; });
+    const auto* const found = std::find_if(
+        themes.begin(), themes.end(), [&](const ThemeColors& theme) { return theme.name == name; });
     return found == themes.end() ? ThemeLibrary::razer() : *found;
 }
 

@@ -10,7 +10,7 @@ namespace quorvin {
 
 /// The equalizer, and the line in its place at rest. A change that doesn't show (the clock during a
 /// take, the bars at rest) has nothing painted.
-class CompactWaveformCanvas final : public DrawnItem {
+class CompactWaveformCanvas : public DrawnItem {
     Q_OBJECT
     QML_ELEMENT
     /// Nominally 0 to 1, from the left to the right.

@@ -7,7 +7,7 @@
 namespace quorvin {
 
 /// A disc that fills its bounds.
-class NeonDot final : public NeonGlow {
+class NeonDot : public NeonGlow {
     Q_OBJECT
     QML_ELEMENT
 

@@ -10,7 +10,7 @@ namespace quorvin {
 
 /// One short line with monospaced digits: each digit takes the room of the widest, so that a
 /// counting number doesn't tremble.
-class NeonText final : public NeonGlow {
+class NeonText : public NeonGlow {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QString text READ text WRITE setText NOTIFY textChanged)

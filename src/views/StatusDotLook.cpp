@@ -1,6 +1,7 @@
 #include "views/StatusDotLook.h"
 
 #include <QEasingCurve>
+#include <QPointF>
 
 #include <array>
 #include <cmath>

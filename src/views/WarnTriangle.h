@@ -7,7 +7,7 @@
 namespace quorvin {
 
 /// The sign that something is missing which a take needs.
-class WarnTriangle final : public DrawnItem {
+class WarnTriangle : public DrawnItem {
     Q_OBJECT
     QML_ELEMENT
 

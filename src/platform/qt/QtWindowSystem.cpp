@@ -2,6 +2,7 @@
 
 #include <QGuiApplication>
 #include <QPointer>
+#include <QScreen>
 #include <QWindow>
 
 namespace quorvin {
@@ -71,6 +72,15 @@ QtWindowSystem::onWindowBecameKey(std::function<void(std::shared_ptr<AppWindow>)
     auto subscription = std::make_shared<Handler>(std::move(handler));
     m_handlers.push_back(subscription);
     return subscription;
+}
+
+std::vector<Screen> QtWindowSystem::screens() {
+    std::vector<Screen> result;
+    const auto screens = QGuiApplication::screens(); // the primary one is the first
+    for (const QScreen* screen : screens) {
+        result.push_back({.frame = screen->geometry(), .visibleFrame = screen->availableGeometry()});
+    }
+    return result;
 }
 
 void QtWindowSystem::activateIgnoringOtherApps() {

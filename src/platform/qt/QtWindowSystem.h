@@ -21,6 +21,7 @@ public:
     [[nodiscard]] std::shared_ptr<AppWindow> keyWindow() override;
     [[nodiscard]] Subscription
     onWindowBecameKey(std::function<void(std::shared_ptr<AppWindow>)> handler) override;
+    [[nodiscard]] std::vector<Screen> screens() override;
     void activateIgnoringOtherApps() override;
 
 private:

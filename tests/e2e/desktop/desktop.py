@@ -10,9 +10,10 @@ from .sound import SoundServer, Speech
 
 
 class Desktop:
-    def __init__(self, has_window_manager=True, has_session_bus=True):
+    def __init__(self, has_window_manager=True, has_session_bus=True, lets_inject_keys=True):
         self._has_window_manager = has_window_manager
         self._has_session_bus = has_session_bus
+        self._lets_inject_keys = lets_inject_keys
 
     def __enter__(self):
         with ExitStack() as stack:
@@ -32,7 +33,8 @@ class Desktop:
             else:
                 self.environment["DBUS_SESSION_BUS_ADDRESS"] = "unix:path=/nowhere"
             self.display = stack.enter_context(
-                VirtualDisplay(self.directory, self.environment, self._has_window_manager))
+                VirtualDisplay(self.directory, self.environment, self._has_window_manager,
+                               self._lets_inject_keys))
             self.sound = stack.enter_context(SoundServer(runtime, self.environment))
             self.speech = Speech(self.directory)
             self._stack = stack.pop_all()

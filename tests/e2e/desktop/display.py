@@ -10,17 +10,22 @@ SIZE = "1280x1024x24"
 
 
 class VirtualDisplay:
-    def __init__(self, directory, environment, has_window_manager):
+    """Without `lets_inject_keys` no program can press keys or the mouse, a test neither."""
+
+    def __init__(self, directory, environment, has_window_manager, lets_inject_keys):
         self._directory = directory
         self._environment = environment
         self._has_window_manager = has_window_manager
+        self._lets_inject_keys = lets_inject_keys
         self._children = []
 
     def __enter__(self):
+        options = () if self._lets_inject_keys else ("-extension", "XTEST")
         read_end, write_end = os.pipe()
         try:
             server = self._start("Xvfb", "-displayfd", str(write_end), "-screen", "0", SIZE,
-                                 "-nolisten", "tcp", "-noreset", pass_fds=(write_end,))
+                                 "-nolisten", "tcp", "-noreset", *options,
+                                 pass_fds=(write_end,))
         finally:
             os.close(write_end)
         with os.fdopen(read_end) as answer:
@@ -72,11 +77,21 @@ class VirtualDisplay:
             self._xdotool("windowraise", window, "windowfocus", window)
         wait_until(lambda: self.focused_window() == window, "the focus of window " + window)
 
-    def open_window(self, place):
-        """Opens an empty terminal at a place as "+10+20" and returns its window."""
-        terminal = self._start("xterm", "-geometry", "60x20" + place, "-e", "cat")
-        [window] = wait_until(lambda: self.windows_of(terminal.pid), "the window of xterm")
-        return window
+    def minimise(self, window):
+        """Takes a window off the screen, as its title bar's button does."""
+        self._xdotool("windowminimize", "--sync", window)
+
+    def cover(self, window):
+        """Opens an empty terminal over the whole of the screen and gives it the keyboard."""
+        terminal = self._start("xterm", "-fullscreen", "-e", "cat")
+        [cover] = wait_until(lambda: self.windows_of(terminal.pid), "the window of xterm")
+        self.focus(cover)
+        wait_until(lambda: self.front_window() == cover, "a covered window " + window)
+
+    def front_window(self):
+        """The number of the window that no other one covers; needs the window manager."""
+        stacking = self._root_property("_NET_CLIENT_LIST_STACKING")
+        return str(int(stacking.rpartition(",")[2].rpartition("#")[2], 16))
 
     def focused_window(self):
         """The number of the window that has the keyboard."""

@@ -21,8 +21,10 @@ class Home:
         self._config = os.path.join(directory, "config")
         self._data = os.path.join(directory, "data")
         self._temporary = os.path.join(directory, "tmp")
+        self._runtime = os.path.join(directory, "run")
         for path in (self._bin, self._config, self._data, self._temporary):
             os.makedirs(path)
+        os.mkdir(self._runtime, 0o700)
         self.write_settings(json.dumps({"onboardingComplete": True}))
 
     @property
@@ -34,6 +36,7 @@ class Home:
             "XDG_CACHE_HOME": os.path.join(self.directory, "cache"),
             "XDG_CONFIG_HOME": self._config,
             "XDG_DATA_HOME": self._data,
+            "XDG_RUNTIME_DIR": self._runtime,
         }
 
     @property

@@ -51,6 +51,8 @@ public:
                           [](const auto& handler) { return !handler.expired(); }));
     }
     int activations = 0;
+    std::vector<Screen> desktop{
+        {.frame = {0, 0, 1440, 900}, .visibleFrame = {0, 25, 1440, 795}}};
 
     [[nodiscard]] std::vector<std::shared_ptr<AppWindow>> windows() override {
         return {m_windows.begin(), m_windows.end()};
@@ -63,6 +65,7 @@ public:
         m_handlers.push_back(subscription);
         return subscription;
     }
+    [[nodiscard]] std::vector<Screen> screens() override { return desktop; }
     void activateIgnoringOtherApps() override { ++activations; }
 
 private:

@@ -18,5 +18,6 @@ TEST(GeistFont, EveryWeightHasItsFace) {
 }
 
 TEST(GeistFont, InterStandsIn) {
-    EXPECT_EQ(GeistFont::families(), (QStringList{QStringLiteral("Geist"), QStringLiteral("Inter")}));
+    EXPECT_EQ(GeistFont::families(),
+              (QStringList{QStringLiteral("Geist"), QStringLiteral("Inter")}));
 }

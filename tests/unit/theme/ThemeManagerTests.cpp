@@ -1,6 +1,5 @@
-#include "theme/ThemeManager.h"
-
 #include "support/fakes/MemoryUserDefaults.h"
+#include "theme/ThemeManager.h"
 
 #include <gtest/gtest.h>
 

@@ -1,0 +1,28 @@
+import QtQuick
+import QtQuick.Controls
+
+/// What the panel's buttons have in common: no focus, a tinted ground under the pointer, a tooltip.
+AbstractButton {
+    id: button
+
+    required property color tint
+    property string toolTip
+
+    implicitHeight: 18
+    implicitWidth: leftPadding + implicitContentWidth + rightPadding
+    focusPolicy: Qt.NoFocus
+    hoverEnabled: true
+
+    background: Rectangle {
+        radius: 5
+        color: button.tint
+        opacity: button.down ? 0.28 : button.hovered ? 0.16 : 0
+
+        Behavior on opacity { NumberAnimation { duration: 200; easing.type: Easing.InOutQuad } }
+    }
+
+    CompactToolTip {
+        text: button.toolTip
+        visible: button.hovered && !button.down && text !== ""
+    }
+}

@@ -1,0 +1,23 @@
+import QtQuick
+
+/// A command as a symbol.
+CompactButton {
+    id: button
+
+    required property string systemName
+    property var action
+
+    implicitWidth: 22
+    Accessible.name: toolTip
+    onClicked: action()
+
+    contentItem: Item {
+        Symbol {
+            anchors.centerIn: parent
+            name: button.systemName
+            size: 11
+            color: button.tint
+            opacity: 0.9
+        }
+    }
+}

@@ -1,0 +1,7 @@
+import QtQuick
+
+CompactIconButton {
+    systemName: "paperclip"
+    tint: "#ec4899"
+    toolTip: qsTr("Attach image (or drag & drop)")
+}
