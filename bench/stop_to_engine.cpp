@@ -10,9 +10,11 @@
 #include "support/fakes/FakeAudioHost.h"
 #include "support/fakes/FakeHttpClient.h"
 #include "support/fakes/FakeKeyEvents.h"
+#include "support/fakes/FakeKeyMonitor.h"
 #include "support/fakes/FakePasteboard.h"
 #include "support/fakes/FakeProcessTable.h"
 #include "support/fakes/FakeSoundPlayers.h"
+#include "support/fakes/FakeStatusItem.h"
 #include "support/fakes/FakeTerminalAutomation.h"
 #include "support/fakes/FakeUserNotifications.h"
 #include "support/fakes/FakeWindowSystem.h"
@@ -84,6 +86,8 @@ private:
     FakeWindowSystem m_windowSystem;
     FakeUserNotifications m_notifications;
     FakeSoundPlayers m_soundPlayers;
+    FakeKeyMonitor m_keyMonitor;
+    FakeStatusItem m_statusItem;
     FakePasteboard m_pasteboard;
     FakeKeyEvents m_keyEvents{m_scheduler};
     FakeTerminalAutomation m_terminalAutomation;
@@ -99,6 +103,8 @@ private:
                               m_soundPlayers,
                               m_pasteboard,
                               m_keyEvents,
+                              m_keyMonitor,
+                              m_statusItem,
                               m_terminalAutomation,
                               m_network,
                               [] { return std::make_unique<FakeProcessTable>(FakeProcesses{}); },

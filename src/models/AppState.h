@@ -258,11 +258,14 @@ public:
 
     /// Hides every window but panels, and sends back those that come forward, the settings
     /// excepted.
-    void switchToCompactMode();
+    Q_INVOKABLE void switchToCompactMode();
     /// Brings the main window back; `stealFocus` takes the keyboard focus from other programs.
-    void switchToMainWindow(bool stealFocus);
+    Q_INVOKABLE void switchToMainWindow(bool stealFocus);
     /// Whether the user has ever switched windows.
     [[nodiscard]] bool didUserTriggerWindowSwitch() const { return m_didUserTriggerWindowSwitch; }
+
+    /// The window that compact mode replaces; empty when there is none.
+    [[nodiscard]] std::shared_ptr<AppWindow> mainWindow();
 
     /// Both act on the main window and do nothing without one.
     Q_INVOKABLE void applyAlwaysOnTop();
@@ -404,7 +407,6 @@ private:
     void updateCompactAnimation();
 
     // AppState_windows.cpp
-    [[nodiscard]] std::shared_ptr<AppWindow> findMainWindow();
     void guardAgainstWindows();
     void sweepWindows();
 

@@ -24,7 +24,7 @@ void AppState::switchToCompactMode() {
     m_didUserTriggerWindowSwitch = true;
     if (m_mainWindow.expired()) {
         const auto key = m_platform.windowSystem.keyWindow();
-        m_mainWindow = key ? key : findMainWindow();
+        m_mainWindow = key ? key : mainWindow();
     }
     m_isCompactMode = true;
     m_activeWindow = ActiveWindow::compact;
@@ -70,7 +70,7 @@ void AppState::switchToMainWindow(bool stealFocus) {
     m_activeWindow = ActiveWindow::main;
     m_windowGuard.reset();
     m_compactWindowController.close();
-    if (const auto window = findMainWindow()) {
+    if (const auto window = mainWindow()) {
         window->makeKeyAndOrderFront();
     }
     if (stealFocus) {
@@ -78,7 +78,7 @@ void AppState::switchToMainWindow(bool stealFocus) {
     }
 }
 
-std::shared_ptr<AppWindow> AppState::findMainWindow() {
+std::shared_ptr<AppWindow> AppState::mainWindow() {
     if (auto remembered = m_mainWindow.lock()) {
         return remembered;
     }
@@ -89,13 +89,13 @@ std::shared_ptr<AppWindow> AppState::findMainWindow() {
 }
 
 void AppState::applyAlwaysOnTop() {
-    if (const auto window = findMainWindow()) {
+    if (const auto window = mainWindow()) {
         window->setLevel(alwaysOnTop() ? AppWindow::Level::floating : AppWindow::Level::normal);
     }
 }
 
 void AppState::applyWindowOpacity() {
-    if (const auto window = findMainWindow()) {
+    if (const auto window = mainWindow()) {
         window->setAlphaValue(windowOpacity());
     }
 }

@@ -1,5 +1,9 @@
 #include "theme/GeistFont.h"
 
+#include <QStringList>
+
+#include <cmath>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace quorvin {
@@ -24,8 +28,11 @@ QString GeistFont::name(QFont::Weight weight) {
     }
 }
 
-QStringList GeistFont::families() {
-    return {u"Geist"_s, u"Inter"_s};
+QFont GeistFont::font(double size, QFont::Weight weight) {
+    QFont font(QStringList{name(weight), u"Geist"_s, u"Inter"_s});
+    font.setWeight(weight);
+    font.setPixelSize(static_cast<int>(std::lround(size)));
+    return font;
 }
 
 } // namespace quorvin

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <QFont>
-#include <QStringList>
+#include <QString>
 
 namespace quorvin {
 
@@ -10,8 +10,9 @@ namespace GeistFont {
 
 /// The name of the face for a weight.
 [[nodiscard]] QString name(QFont::Weight weight);
-/// The families to look for, best first: Inter stands in where Geist isn't installed.
-[[nodiscard]] QStringList families();
+/// The typeface at a size in points of the layout, which are pixels at a scale of 1. Inter stands in
+/// with the same weight where Geist isn't installed.
+[[nodiscard]] QFont font(double size, QFont::Weight weight = QFont::Normal);
 
 } // namespace GeistFont
 

@@ -36,4 +36,14 @@ int CompactLabels::wordCount(const QString& text) {
     return static_cast<int>(text.simplified().split(u' ', Qt::SkipEmptyParts).size());
 }
 
+QString CompactLabels::missing(bool micOK, bool axOK, bool modelOK) {
+    if (!micOK) {
+        return tr("Microphone access is missing");
+    }
+    if (!axOK) {
+        return tr("Accessibility permission is missing");
+    }
+    return modelOK ? QString() : tr("The speech model isn’t loaded");
+}
+
 } // namespace quorvin

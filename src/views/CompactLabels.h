@@ -23,6 +23,8 @@ public:
     /// Whole minutes and seconds, as "1:05".
     Q_INVOKABLE [[nodiscard]] static QString duration(double seconds);
     Q_INVOKABLE [[nodiscard]] static int wordCount(const QString& text);
+    /// What a take needs and doesn't have, one sentence; empty when nothing is missing.
+    Q_INVOKABLE [[nodiscard]] static QString missing(bool micOK, bool axOK, bool modelOK);
 };
 
 } // namespace quorvin

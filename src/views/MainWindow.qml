@@ -7,8 +7,10 @@ ApplicationWindow {
 
     required property QtObject appState
 
-    width: 520
-    height: 640
+    signal settingsRequested()
+
+    width: 580
+    height: 850
     minimumWidth: 380
     minimumHeight: 520
     visible: true
@@ -23,6 +25,14 @@ ApplicationWindow {
         }
     }
 
+    Shortcut {
+        sequences: ["Ctrl+,", "Meta+,"]
+        onActivated: window.settingsRequested()
+    }
+    Shortcut {
+        sequences: ["Ctrl+Q", "Meta+Q"]
+        onActivated: Qt.quit()
+    }
     Shortcut {
         sequence: "Ctrl+R"
         onActivated: window.toggleRecording()

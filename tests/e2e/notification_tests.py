@@ -1,6 +1,6 @@
 """The banners that tell a user who looks elsewhere."""
 
-from desktop import AgentTerminal, failing_engine, speaking_engine
+from desktop import AgentTerminal, Desktop, speaking_engine
 from program_test import ProgramTest
 
 DEVICE = "device"
@@ -8,7 +8,9 @@ COMPLETE = "transfer.complete"
 ERROR = "transfer.error"
 
 
-class NotificationTests(ProgramTest):
+class NotificationCase(ProgramTest):
+    """Tests with a server that remembers the banners."""
+
     def setUp(self):
         super().setUp()
         self.server = self.desktop.notifications
@@ -26,6 +28,8 @@ class NotificationTests(ProgramTest):
         self.assertEqual((banner.body, banner.category, banner.is_critical),
                          (body, category, is_critical))
 
+
+class NotificationTests(NotificationCase):
     def take(self, program):
         program.record()
         self.say("run the tests")
@@ -41,15 +45,25 @@ class NotificationTests(ProgramTest):
         self.assert_banner(program, "Recording Started", "Speak now...", DEVICE)
         self.assert_banner(program, "Recording Stopped", "Processing audio...", DEVICE)
         self.assert_banner(program, "Transcription Complete", "run the tests", COMPLETE)
+        self.assertEqual([it.title for it in self.server.on_screen],
+                         ["Quorvin Ready", "Recording Started", "Recording Stopped",
+                          "Transcription Complete"])
 
-    def test_a_long_text_is_cut(self):
-        text = "abcdefghi " * 10 + "k"
+    def assert_transcription_is_told_as(self, text, told):
         self.home.install_engine(speaking_engine(text))
         program = self.start_ready_program()
 
         self.take(program)
 
-        self.assert_banner(program, "Transcription Complete", text[:100] + "...", COMPLETE)
+        self.assert_banner(program, "Transcription Complete", told, COMPLETE)
+
+    def test_a_text_of_a_hundred_characters_is_told_whole(self):
+        text = "abcdéfghi " * 9 + "abcdéfghij"
+        self.assert_transcription_is_told_as(text, text)
+
+    def test_a_longer_text_is_cut(self):
+        text = "abcdéfghi " * 10 + "k"
+        self.assert_transcription_is_told_as(text, "abcdéfghi " * 10 + "...")
 
     def test_a_delivery_is_told(self):
         self.enterContext(AgentTerminal(self.desktop, self.home))
@@ -75,21 +89,48 @@ class NotificationTests(ProgramTest):
         self.assertEqual([it.title for it in self.server.on_screen].count("Recording Started"), 1)
 
     def test_errors_are_critical_and_only_the_last_stays(self):
-        self.home.install_engine(failing_engine("not reached"))
-        self.desktop.sound.kill()
+        program = self.start_ready_program()
         self.addCleanup(self.desktop.sound.start)
-        program = self.start_program()
-        program.wait_for_window()
-        program.wait_for_log("WhisperService ready")
 
-        for _ in range(2):
-            program.press("ctrl+r")
-        program.wait_until(
-            lambda: len([it for it in self.server.received if it.is_critical]) == 2,
-            "two errors")
-
+        self.desktop.sound.unplug_microphones()
+        program.press("ctrl+r")
+        self.assert_banner(program, "Recording Failed",
+                           "No microphone found. Please connect a microphone and try again.",
+                           ERROR, is_critical=True)
+        self.desktop.sound.kill()
+        program.press("ctrl+r")
         self.assert_banner(
             program, "Microphone Access Required",
             "Please grant microphone access in System Settings → Privacy & Security → Microphone",
             ERROR, is_critical=True)
-        self.assertEqual(len([it for it in self.server.on_screen if it.is_critical]), 1)
+
+        self.assertEqual([it.title for it in self.server.on_screen if it.is_critical],
+                         ["Microphone Access Required"])
+        self.assertNotIn("Recording Started", [it.title for it in self.server.received])
+
+
+class FailedDeliveryTests(NotificationCase):
+    """Where no program may press keys in the windows of another one."""
+
+    @staticmethod
+    def make_desktop():
+        return Desktop(lets_inject_keys=False)
+
+    def test_a_failed_delivery_is_told(self):
+        self.enterContext(AgentTerminal(self.desktop, self.home))
+        self.home.install_engine(speaking_engine("hello"))
+        program = self.start_ready_program()
+        program.record()
+        self.say("run the tests")
+        program.stop_recording()
+        self.assertEqual(program.draft(), "hello")
+
+        program.click("Claude")
+
+        failure = ("Accessibility permission required. Please grant access in System Settings → "
+                   "Privacy & Security → Accessibility.")
+        self.assert_banner(program, "Send Failed", failure, ERROR, is_critical=True)
+        program.wait_for_activity("Send failed: " + failure)
+        program.wait_for_control(failure)
+        program.click("OK")
+        program.wait_until_gone(failure)

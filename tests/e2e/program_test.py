@@ -28,7 +28,8 @@ class ProgramTest(unittest.TestCase):
         shutil.rmtree(self.output, ignore_errors=True)
         os.makedirs(self.output)
 
-    def start_program(self, executable="QUORVIN_EXECUTABLE", log="program.log", command=(), **variables):
+    def start_program(self, executable="QUORVIN_EXECUTABLE", log="program.log", command=(),
+                      **variables):
         """`executable` names the variable with its path; `variables` are added to its environment;
         `command` is a command line that starts the one that follows it.
 

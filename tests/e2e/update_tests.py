@@ -2,11 +2,12 @@
 
 import http.server
 import json
+import os
 import socket
 import threading
 import time
 import urllib.parse
-from contextlib import contextmanager
+from contextlib import contextmanager, suppress
 
 from program_test import ProgramTest
 
@@ -15,9 +16,12 @@ ANNOUNCEMENT = "Update available: v9.9.9"
 
 
 class Store:
-    """A web server that gives one answer, with `status`, to every question."""
+    """A web server that gives one answer, with `status`, to every question.
 
-    def __init__(self, status, body):
+    `location` is where a redirection leads.
+    """
+
+    def __init__(self, status, body, location=None):
         self.requests = []
         store = self
 
@@ -26,8 +30,11 @@ class Store:
                 store.requests.append((self.path, dict(self.headers)))
                 self.send_response(status)
                 self.send_header("Content-Length", str(len(body)))
+                if location:
+                    self.send_header("Location", location)
                 self.end_headers()
-                self.wfile.write(body)
+                with suppress(ConnectionError):  # Nobody has to wait for the end of it.
+                    self.wfile.write(body)
 
             def log_message(self, *_):
                 pass
@@ -48,6 +55,7 @@ class Store:
 def silent_server():
     """Takes connections and never says a word."""
     with socket.create_server(("127.0.0.1", 0)) as listener:
+        listener.settimeout(20)
         yield listener
 
 
@@ -67,13 +75,19 @@ class UpdateTests(ProgramTest):
         [asked_at] = urllib.parse.parse_qs(address.query, strict_parsing=True)["ts"]
         self.assertAlmostEqual(int(asked_at), time.time(), delta=120)
         self.assertEqual(headers["Accept"], "application/json")
+        self.assertEqual(headers["Cache-Control"], "no-cache")
 
     def test_the_status_of_the_answer_is_not_looked_at(self):
         with Store(404, MANIFEST.encode()) as store:
             self.start_with_updates_from(store.endpoint).wait_for_activity(ANNOUNCEMENT)
 
+    def test_a_redirection_to_a_manifest_is_followed(self):
+        with Store(200, MANIFEST.encode()) as other, \
+                Store(302, b"moved", other.endpoint + "/latest.json") as store:
+            self.start_with_updates_from(store.endpoint).wait_for_activity(ANNOUNCEMENT)
+
     def assert_nothing_is_said(self, program):
-        """It works as ever, and its list of events is that of a start without updates."""
+        """It works as ever and doesn't mention updates."""
         program.wait_until_ready()
         program.wait_for_activity("Whisper model loaded and ready")
         program.record()
@@ -81,8 +95,8 @@ class UpdateTests(ProgramTest):
         program.wait_until_idle()
         self.assertFalse([line for line in program.activity() if "pdate" in line])
 
-    def assert_answer_changes_nothing(self, status, body):
-        with Store(status, body) as store:
+    def assert_answer_changes_nothing(self, status, body, location=None):
+        with Store(status, body, location) as store:
             program = self.start_with_updates_from(store.endpoint)
             program.wait_until(lambda: store.requests, "the question")
             self.assert_nothing_is_said(program)
@@ -96,10 +110,28 @@ class UpdateTests(ProgramTest):
     def test_an_error_page_changes_nothing(self):
         self.assert_answer_changes_nothing(404, b"<html><body>Not Found</body></html>")
 
+    def test_a_manifest_without_a_version_changes_nothing(self):
+        self.assert_answer_changes_nothing(200, b'{"dmg": "https://updates.example/Quorvin"}')
+
+    def test_a_redirection_that_leads_in_a_circle_changes_nothing(self):
+        self.assert_answer_changes_nothing(302, MANIFEST.encode(), "/builds/latest.json")
+
+    def test_a_redirection_to_a_file_changes_nothing(self):
+        manifest = os.path.join(self.home.directory, "latest.json")
+        with open(manifest, "w", encoding="utf-8") as file:
+            file.write(MANIFEST)
+        self.assert_answer_changes_nothing(302, b"moved", "file://" + manifest)
+
     def test_a_server_that_never_answers_changes_nothing(self):
         with silent_server() as listener:
             program = self.start_with_updates_from("http://127.0.0.1:%d"
                                                    % listener.getsockname()[1])
+            connection, _ = listener.accept()
+            self.assert_nothing_is_said(program)
+
+            with connection, connection.makefile("rb") as question:
+                connection.settimeout(60)
+                self.assertTrue(question.read().startswith(b"GET /builds/latest.json?ts="))
             self.assert_nothing_is_said(program)
 
     def test_no_server_changes_nothing(self):

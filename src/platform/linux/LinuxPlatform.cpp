@@ -10,6 +10,7 @@
 #include "platform/linux/terminals/X11TerminalWindows.h"
 #include "platform/linux/x11/X11Windows.h"
 #include "platform/linux/x11/X11Workspace.h"
+#include "platform/linux/x11/XInputKeyMonitor.h"
 #include "platform/linux/x11/XTestKeyEvents.h"
 #include "platform/linux/x11/XcbConnection.h"
 #include "platform/qt/JsonUserDefaults.h"
@@ -17,6 +18,7 @@
 #include "platform/qt/QtPasteboard.h"
 #include "platform/qt/QtScheduler.h"
 #include "platform/qt/QtSoundPlayers.h"
+#include "platform/qt/QtStatusItem.h"
 #include "platform/qt/QtWindowSystem.h"
 
 #include <QCoreApplication>
@@ -63,6 +65,8 @@ struct LinuxPlatform::Parts {
     QtSoundPlayers soundPlayers;
     QtPasteboard pasteboard;
     XTestKeyEvents keyEvents{scheduler, display};
+    XInputKeyMonitor keyMonitor{display};
+    QtStatusItem statusItem;
     X11TerminalWindows terminalWindows{display, workspace};
     LinuxTerminalAutomation terminalAutomation{scheduler, workspace, terminalWindows,
                                                LinuxTerminalAutomation::thisSystem()};
@@ -82,6 +86,8 @@ struct LinuxPlatform::Parts {
         soundPlayers,
         pasteboard,
         keyEvents,
+        keyMonitor,
+        statusItem,
         terminalAutomation,
         httpClient,
         makeProcessTable,

@@ -47,6 +47,13 @@ private:
     QPointer<QWindow> m_window; // somebody may keep this object longer than the window lives
 };
 
+/// Not a menu, a tooltip or the icon in the tray.
+bool isApplicationWindow(const QWindow& window) {
+    const auto type = window.flags() & Qt::WindowType_Mask;
+    return (type == Qt::Window || type == Qt::Dialog || type == Qt::Tool) &&
+           !window.flags().testFlag(Qt::BypassWindowManagerHint);
+}
+
 } // namespace
 
 QtWindowSystem::QtWindowSystem() {
@@ -57,7 +64,9 @@ std::vector<std::shared_ptr<AppWindow>> QtWindowSystem::windows() {
     std::vector<std::shared_ptr<AppWindow>> result;
     const auto topLevel = QGuiApplication::topLevelWindows();
     for (QWindow* window : topLevel) {
-        result.push_back(wrapped(window));
+        if (isApplicationWindow(*window)) {
+            result.push_back(wrapped(window));
+        }
     }
     return result;
 }
@@ -78,7 +87,8 @@ std::vector<Screen> QtWindowSystem::screens() {
     std::vector<Screen> result;
     const auto screens = QGuiApplication::screens(); // the primary one is the first
     for (const QScreen* screen : screens) {
-        result.push_back({.frame = screen->geometry(), .visibleFrame = screen->availableGeometry()});
+        result.push_back(
+            {.frame = screen->geometry(), .visibleFrame = screen->availableGeometry()});
     }
     return result;
 }

@@ -1,7 +1,8 @@
 import QtQuick
 import QtQuick.Controls
+import Quorvin
 
-/// What the panel's buttons have in common: no focus, a tinted ground under the pointer, a tooltip.
+/// What the panel's buttons have in common: no focus, and a tinted ground under the pointer.
 AbstractButton {
     id: button
 
@@ -16,13 +17,13 @@ AbstractButton {
     background: Rectangle {
         radius: 5
         color: button.tint
-        opacity: button.down ? 0.28 : button.hovered ? 0.16 : 0
+        opacity: button.hovered ? 0.16 : 0
 
         Behavior on opacity { NumberAnimation { duration: 200; easing.type: Easing.InOutQuad } }
     }
 
     CompactToolTip {
         text: button.toolTip
-        visible: button.hovered && !button.down && text !== ""
+        visible: button.hovered && text !== ""
     }
 }

@@ -1,15 +1,14 @@
 import QtQuick
+import Quorvin
 
 /// A command as a symbol.
 CompactButton {
     id: button
 
     required property string systemName
-    property var action
 
     implicitWidth: 22
     Accessible.name: toolTip
-    onClicked: action()
 
     contentItem: Item {
         Symbol {

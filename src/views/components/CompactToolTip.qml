@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Controls
+import Quorvin
 
 /// What a control of the panel does, above the control and within the panel.
 ToolTip {

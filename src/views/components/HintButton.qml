@@ -1,4 +1,5 @@
 import QtQuick
+import Quorvin
 
 /// A command and the key that does the same.
 CompactButton {
@@ -6,14 +7,12 @@ CompactButton {
 
     required property string label
     required property string shortcut
-    property var action
 
     tint: "#00e5ff"
     leftPadding: 5
     rightPadding: 5
     Accessible.name: label
     Accessible.description: shortcut
-    onClicked: action()
 
     contentItem: Item {
         implicitWidth: words.implicitWidth

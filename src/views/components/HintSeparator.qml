@@ -1,4 +1,5 @@
 import QtQuick
+import Quorvin
 
 /// A thin upright rule between hints.
 Item {

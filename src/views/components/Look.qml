@@ -1,17 +1,28 @@
 pragma Singleton
 
 import QtQuick
+import Quorvin
 
-/// The colours and distances of the first window.
+/// The colours of the theme by the names of the first window, and its distances. A change of theme
+/// fades.
 QtObject {
-    readonly property color background: "#0f1115"
-    readonly property color surface: "#171a21"
-    readonly property color border: "#2a2f3a"
-    readonly property color text: "#e8eaf0"
-    readonly property color secondaryText: "#9aa3b2"
-    readonly property color accent: "#44d62c"
-    readonly property color recording: "#ef4444"
-    readonly property color transcribing: "#f59e0b"
+    property color background: ThemeManager.current.bgBase
+    property color surface: ThemeManager.current.bgSurface
+    property color border: ThemeManager.current.border
+    property color text: ThemeManager.current.textPrimary
+    property color secondaryText: ThemeManager.current.textSecondary
+    property color accent: ThemeManager.current.accent
+    property color recording: ThemeManager.current.recording
+    property color transcribing: ThemeManager.current.transcribing
     readonly property int spacing: 12
     readonly property int radius: 10
+
+    Behavior on background { ThemeFade {} }
+    Behavior on surface { ThemeFade {} }
+    Behavior on border { ThemeFade {} }
+    Behavior on text { ThemeFade {} }
+    Behavior on secondaryText { ThemeFade {} }
+    Behavior on accent { ThemeFade {} }
+    Behavior on recording { ThemeFade {} }
+    Behavior on transcribing { ThemeFade {} }
 }

@@ -1,4 +1,5 @@
 import QtQuick
+import Quorvin
 
 CompactIconButton {
     systemName: "paperclip"

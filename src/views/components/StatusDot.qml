@@ -1,4 +1,5 @@
 import QtQuick
+import Quorvin
 
 /// The state of the program as one pulsing dot.
 NeonDot {

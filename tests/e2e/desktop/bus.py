@@ -1,7 +1,6 @@
 """A private session bus with accessibility and a notification server on it."""
 
 import os
-import subprocess
 import threading
 from dataclasses import dataclass
 
@@ -77,7 +76,7 @@ class NotificationServer:
 
     def __enter__(self):
         self._thread.start()
-        if not self._serving.wait(20):
+        if not self._serving.wait(60):
             raise AssertionError("the notification server did not start")
         return self
 

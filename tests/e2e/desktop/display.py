@@ -1,6 +1,7 @@
 """A virtual X display, its mouse, keyboard and clipboard, and pictures of it."""
 
 import os
+import re
 import subprocess
 
 from .processes import Child, wait_until
@@ -10,7 +11,7 @@ SIZE = "1280x1024x24"
 
 
 class VirtualDisplay:
-    """Without `lets_inject_keys` no program can press keys or the mouse, a test neither."""
+    """Without `lets_inject_keys` nothing but the user's own keyboard can press keys."""
 
     def __init__(self, directory, environment, has_window_manager, lets_inject_keys):
         self._directory = directory
@@ -58,8 +59,15 @@ class VirtualDisplay:
                               capture_output=True, encoding="utf-8").stdout
 
     def click(self, x, y):
-        """A click with the left button at a point in pixels of the screen."""
-        self._xdotool("mousemove", str(x), str(y), "click", "1")
+        """A click with the left button at a point of the active window, in pixels of the screen."""
+        if self._lets_inject_keys:
+            self._xdotool("mousemove", str(x), str(y), "click", "1")
+            return
+        # What is left are a pointer that jumps and events sent to one window.
+        details = self._output("xwininfo", "-root", "-int")
+        root = re.search(r"Window id: (\d+)", details)[1]
+        self._xdotool("mousemove", "--window", root, str(x), str(y),
+                      "click", "--window", self.focused_window(), "1")
 
     def press(self, keys):
         """Presses and releases keys, "ctrl+r" for instance, in whatever window has the focus."""
@@ -83,7 +91,7 @@ class VirtualDisplay:
 
     def cover(self, window):
         """Opens an empty terminal over the whole of the screen and gives it the keyboard."""
-        terminal = self._start("xterm", "-fullscreen", "-e", "cat")
+        terminal = self._start("xterm", "-maximized", "-e", "cat")
         [cover] = wait_until(lambda: self.windows_of(terminal.pid), "the window of xterm")
         self.focus(cover)
         wait_until(lambda: self.front_window() == cover, "a covered window " + window)

@@ -8,7 +8,7 @@ import time
 POLL_SECONDS = 0.02
 
 
-def wait_until(condition, what, timeout=20.0, details=lambda: ""):
+def wait_until(condition, what, timeout=60.0, details=lambda: ""):
     """Returns the first truthy result of `condition`.
 
     Fails with `what` and `details()` when there is none within `timeout` seconds.
@@ -46,7 +46,7 @@ class Child:
     def is_running(self):
         return self._process.poll() is None
 
-    def wait_until(self, condition, what, timeout=20.0):
+    def wait_until(self, condition, what, timeout=60.0):
         """As the function of this name, but fails at once when the command has ended."""
 
         def holds():
@@ -68,7 +68,7 @@ class Child:
         self._process.kill()
         self._process.wait()
 
-    def stop(self, timeout=10.0):
+    def stop(self, timeout=30.0):
         """Asks it to end and returns its exit status, negative for a signal."""
         if self.is_running():
             self._process.send_signal(signal.SIGTERM)

@@ -24,7 +24,7 @@ class Program:
 
     def __init__(self, command, desktop, home_environment, log_path):
         self._desktop = desktop
-        self._was_killed = False
+        self._has_ended = False
         self._child = Child(command,
                             {**desktop.environment, **QT_ENVIRONMENT, **home_environment}, log_path)
 
@@ -32,9 +32,14 @@ class Program:
         return self
 
     def __exit__(self, failure, *_):
-        if failure or self._was_killed:
+        if failure or self._has_ended:
             self._child.kill()
-            return
+        else:
+            self.end()
+
+    def end(self):
+        """Ends it as the end of the user's session would; it has to run until then."""
+        self._has_ended = True
         if not self._child.is_running():
             raise AssertionError("the program ended by itself\n" + self._child.tail())
         status = self._child.stop()
@@ -43,24 +48,31 @@ class Program:
 
     def kill(self):
         """Ends it as a crash would."""
-        self._was_killed = True
+        self._has_ended = True
         self._child.kill()
 
-    def wait_for_end(self, timeout=20.0):
+    def wait_for_end(self, timeout=60.0):
         """Waits until it has ended by itself and returns its exit status."""
-        self._was_killed = True
+        self._has_ended = True
         return self._child.wait(timeout)
+
+    @property
+    def pid(self):
+        return self._child.pid
+
+    def is_running(self):
+        return self._child.is_running()
 
     @property
     def log(self):
         return self._child.log
 
-    def wait_for_log(self, text, times=1, timeout=20.0):
+    def wait_for_log(self, text, times=1, timeout=60.0):
         """Waits until the log holds a text the given number of times."""
         self._child.wait_until(lambda: self.log.count(text) >= times,
                                "%r in the log, %d time(s)" % (text, times), timeout)
 
-    def wait_until(self, condition, what, timeout=20.0):
+    def wait_until(self, condition, what, timeout=60.0):
         return self._child.wait_until(condition, what, timeout)
 
     def wait_for_window(self):
@@ -174,4 +186,4 @@ class Program:
 
     def wait_until_idle(self):
         """Waits for the end of a take and of its transcription."""
-        self.wait_until(lambda: self.state() == "Ready", "the end of the take", 60)
+        self.wait_until(lambda: self.state() == "Ready", "the end of the take", 120)

@@ -59,6 +59,11 @@ class SoundServer:
     def kill(self):
         self._server.kill()
 
+    def unplug_microphones(self):
+        """Leaves the server without anything that can be recorded, until it is started again."""
+        for module in ("module-remap-source", "module-null-sink"):
+            subprocess.run(["pactl", "unload-module", module], env=self._environment, check=True)
+
     def _has_microphone(self):
         sources = subprocess.run(["pactl", "list", "short", "sources"], env=self._environment,
                                  check=False, capture_output=True, encoding="utf-8").stdout

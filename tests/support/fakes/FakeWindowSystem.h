@@ -51,8 +51,7 @@ public:
                           [](const auto& handler) { return !handler.expired(); }));
     }
     int activations = 0;
-    std::vector<Screen> desktop{
-        {.frame = {0, 0, 1440, 900}, .visibleFrame = {0, 25, 1440, 795}}};
+    std::vector<Screen> desktop{{.frame = {0, 0, 1440, 900}, .visibleFrame = {0, 25, 1440, 795}}};
 
     [[nodiscard]] std::vector<std::shared_ptr<AppWindow>> windows() override {
         return {m_windows.begin(), m_windows.end()};

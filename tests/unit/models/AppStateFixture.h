@@ -9,10 +9,12 @@
 #include "support/fakes/FakeAudioHost.h"
 #include "support/fakes/FakeHttpClient.h"
 #include "support/fakes/FakeKeyEvents.h"
+#include "support/fakes/FakeKeyMonitor.h"
 #include "support/fakes/FakePasteboard.h"
 #include "support/fakes/FakeProcessRunner.h"
 #include "support/fakes/FakeProcessTable.h"
 #include "support/fakes/FakeSoundPlayers.h"
+#include "support/fakes/FakeStatusItem.h"
 #include "support/fakes/FakeTerminalAutomation.h"
 #include "support/fakes/FakeUserNotifications.h"
 #include "support/fakes/FakeWindowSystem.h"
@@ -83,6 +85,8 @@ protected:
     FakeWindowSystem windowSystem;
     FakeUserNotifications notifications;
     FakeSoundPlayers soundPlayers;
+    FakeKeyMonitor keyMonitor;
+    FakeStatusItem statusItem;
     FakePasteboard pasteboard;
     FakeKeyEvents keyEvents{scheduler};
     FakeTerminalAutomation terminalAutomation;
@@ -103,6 +107,8 @@ private:
                         soundPlayers,
                         pasteboard,
                         keyEvents,
+                        keyMonitor,
+                        statusItem,
                         terminalAutomation,
                         network,
                         [this] { return std::make_unique<FakeProcessTable>(processes); },

@@ -18,6 +18,10 @@ TEST(GeistFont, EveryWeightHasItsFace) {
 }
 
 TEST(GeistFont, InterStandsIn) {
-    EXPECT_EQ(GeistFont::families(),
-              (QStringList{QStringLiteral("Geist"), QStringLiteral("Inter")}));
+    const QFont font = GeistFont::font(12, QFont::DemiBold);
+    EXPECT_EQ(font.families(),
+              (QStringList{QStringLiteral("Geist-SemiBold"), QStringLiteral("Geist"),
+                           QStringLiteral("Inter")}));
+    EXPECT_EQ(font.pixelSize(), 12);
+    EXPECT_EQ(font.weight(), QFont::DemiBold);
 }

@@ -1,0 +1,24 @@
+#include "unit/platform/linux/x11/XDesktop.h"
+
+#include <QApplication>
+#include <QQuickStyle>
+
+#include <gmock/gmock.h>
+
+// Nothing else refers to the object of the static library that registers the views' types.
+void qml_register_types_Quorvin();
+
+/// Runs the tests of a window on an X server of their own, with a view of the program in it.
+int main(int argc, char** argv) {
+    ::testing::InitGoogleMock(&argc, argv);
+    if (GTEST_FLAG_GET(list_tests)) {
+        return RUN_ALL_TESTS();
+    }
+    const quorvin::testing::XServer server;
+    qputenv("DISPLAY", server.display());
+    qputenv("QT_QPA_PLATFORM", "xcb");
+    const QApplication application(argc, argv);
+    qml_register_types_Quorvin();
+    QQuickStyle::setStyle(QStringLiteral("Basic"));
+    return RUN_ALL_TESTS();
+}
