@@ -18,7 +18,7 @@ run_packages=(
     fonts-inter python3
 )
 test_packages=(
-    xvfb openbox xdotool x11-utils imagemagick fonts-dejavu-core xclip xsel procps
+    xvfb openbox xdotool x11-utils x11-xkb-utils imagemagick fonts-dejavu-core xclip xsel procps
     xterm kitty alacritty konsole xfce4-terminal gnome-terminal tmux lsof
     pulseaudio pulseaudio-utils sox flite pocketsphinx pocketsphinx-en-us
     dbus at-spi2-core python3-gi

@@ -34,8 +34,8 @@ QSizeF settingsWindowSize(std::optional<double> storedWidth, std::optional<doubl
     if (!visibleHeight) {
         return {960, 680};
     }
-    const double height = std::max(std::min(*visibleHeight * 0.8, 900.0), 640.0);
-    return {std::max(height * 1.45, 900.0), height};
+    const double height = std::min(*visibleHeight * 0.8, 900.0);
+    return {std::max(height * 1.45, 900.0), std::max(height, 640.0)};
 }
 
 SettingsWindowController::SettingsWindowController(QQmlEngine& engine, WindowSystem& windowSystem,

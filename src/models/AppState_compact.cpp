@@ -4,6 +4,8 @@
 
 #include <QRandomGenerator>
 
+#include <cmath>
+#include <limits>
 #include <random>
 
 using namespace std::chrono_literals;
@@ -16,7 +18,9 @@ constexpr std::chrono::milliseconds activePeriod = 33ms;
 constexpr std::chrono::milliseconds idlePeriod = 100ms;
 
 double systemRandom(double low, double high) {
-    return std::uniform_real_distribution(low, high)(*QRandomGenerator::global());
+    // The distribution leaves out its upper limit.
+    const double beyond = std::nextafter(high, std::numeric_limits<double>::max());
+    return std::uniform_real_distribution(low, beyond)(*QRandomGenerator::global());
 }
 
 } // namespace

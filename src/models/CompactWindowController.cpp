@@ -21,7 +21,11 @@ constexpr double defaultDistance = 48.0; // from the bottom of the screen
 bool isImage(const QUrl& url) {
     static const std::array extensions{u"png"_s,  u"jpg"_s,  u"jpeg"_s, u"gif"_s,
                                        u"webp"_s, u"heic"_s, u"tiff"_s, u"bmp"_s};
-    const QString extension = QFileInfo(url.path()).suffix().toLower();
+    const QFileInfo file(url.path());
+    if (file.completeBaseName().isEmpty()) {
+        return false; // a hidden file's name is no extension
+    }
+    const QString extension = file.suffix().toLower();
     return std::find(extensions.begin(), extensions.end(), extension) != extensions.end();
 }
 

@@ -8,29 +8,43 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace quorvin {
 
-QString GeistFont::name(QFont::Weight weight) {
+namespace {
+
+struct Face {
+    QString name;
+    QFont::Weight weight; ///< of the face itself
+};
+
+Face faceFor(QFont::Weight weight) {
     switch (weight) {
     case QFont::Black:
     case QFont::ExtraBold:
-        return u"Geist-Black"_s;
+        return {u"Geist-Black"_s, QFont::Black};
     case QFont::Bold:
-        return u"Geist-Bold"_s;
+        return {u"Geist-Bold"_s, QFont::Bold};
     case QFont::DemiBold:
-        return u"Geist-SemiBold"_s;
+        return {u"Geist-SemiBold"_s, QFont::DemiBold};
     case QFont::Medium:
-        return u"Geist-Medium"_s;
+        return {u"Geist-Medium"_s, QFont::Medium};
     case QFont::Light:
     case QFont::ExtraLight:
     case QFont::Thin:
-        return u"Geist-Light"_s;
+        return {u"Geist-Light"_s, QFont::Light};
     default:
-        return u"Geist-Regular"_s;
+        return {u"Geist-Regular"_s, QFont::Normal};
     }
 }
 
+} // namespace
+
+QString GeistFont::name(QFont::Weight weight) {
+    return faceFor(weight).name;
+}
+
 QFont GeistFont::font(double size, QFont::Weight weight) {
-    QFont font(QStringList{name(weight), u"Geist"_s, u"Inter"_s});
-    font.setWeight(weight);
+    const Face face = faceFor(weight);
+    QFont font(QStringList{face.name, u"Geist"_s, u"Inter"_s});
+    font.setWeight(face.weight);
     font.setPixelSize(static_cast<int>(std::lround(size)));
     return font;
 }

@@ -2,6 +2,7 @@
 
 #include "models/AppState.h"
 
+#include <QCursor>
 #include <QDropEvent>
 #include <QGuiApplication>
 #include <QMimeData>
@@ -13,6 +14,32 @@
 using namespace Qt::Literals::StringLiterals;
 
 namespace quorvin {
+
+namespace {
+
+/// Every pixel that a rectangle with round corners touches.
+QRegion roundedRegion(QSize size, double radius) {
+    const int corner = static_cast<int>(std::ceil(radius));
+    QRegion region(0, corner, size.width(), size.height() - 2 * corner);
+    for (int row = 0; row < corner; ++row) {
+        const double fromCentre = radius - (row + 1); // of the row's edge that reaches farthest
+        const double reach = std::sqrt(radius * radius - fromCentre * fromCentre);
+        const int inset = static_cast<int>(std::floor(radius - reach));
+        const int width = size.width() - 2 * inset;
+        region += QRect(inset, row, width, 1);
+        region += QRect(inset, size.height() - 1 - row, width, 1);
+    }
+    return region;
+}
+
+/// The files of a drag, in its order; whatever else it carries is left out.
+QList<QUrl> fileURLs(const QMimeData& data) {
+    QList<QUrl> files = data.urls();
+    files.removeIf([](const QUrl& url) { return !url.isLocalFile(); });
+    return files;
+}
+
+} // namespace
 
 CompactDragHostingView::CompactDragHostingView(QQmlEngine& engine, AppState& appState)
     : QQuickView(&engine, nullptr) {
@@ -30,26 +57,6 @@ CompactDragHostingView::CompactDragHostingView(QQmlEngine& engine, AppState& app
     setSource(QUrl(u"qrc:/qt/qml/Quorvin/CompactPanel.qml"_s));
 }
 
-QRegion CompactDragHostingView::roundedRegion(QSize size, double radius) {
-    const int corner = static_cast<int>(std::ceil(radius));
-    QRegion region(0, corner, size.width(), size.height() - 2 * corner);
-    for (int row = 0; row < corner; ++row) {
-        const double fromCentre = radius - (row + 1); // of the row's edge that reaches farthest
-        const double reach = std::sqrt(radius * radius - fromCentre * fromCentre);
-        const int inset = static_cast<int>(std::floor(radius - reach));
-        const int width = size.width() - 2 * inset;
-        region += QRect(inset, row, width, 1);
-        region += QRect(inset, size.height() - 1 - row, width, 1);
-    }
-    return region;
-}
-
-QList<QUrl> CompactDragHostingView::fileURLs(const QMimeData& data) {
-    QList<QUrl> files = data.urls();
-    files.removeIf([](const QUrl& url) { return !url.isLocalFile(); });
-    return files;
-}
-
 bool CompactDragHostingView::event(QEvent* event) {
     switch (event->type()) {
     case QEvent::DragEnter:
@@ -59,6 +66,14 @@ bool CompactDragHostingView::event(QEvent* event) {
     case QEvent::Drop:
         performDragOperation(*static_cast<QDropEvent*>(event));
         return true;
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseMove:
+    case QEvent::MouseButtonRelease: {
+        // What stands in the window first: a window's own handlers are called before that.
+        const bool isHandled = QQuickView::event(event);
+        followMouse(*static_cast<QMouseEvent*>(event));
+        return isHandled;
+    }
     default:
         return QQuickView::event(event);
     }
@@ -93,33 +108,28 @@ void CompactDragHostingView::moveEvent(QMoveEvent* event) {
     }
 }
 
-void CompactDragHostingView::mousePressEvent(QMouseEvent* event) {
-    QQuickView::mousePressEvent(event);
-    m_isDragged = false;
-    m_grip.reset();
-    // A control that has taken the press keeps it; a tap on the background waits for its release.
-    if (event->button() == Qt::LeftButton && mouseGrabberItem() == nullptr) {
-        m_grip = event->position();
+void CompactDragHostingView::followMouse(const QMouseEvent& mouse) {
+    if (mouse.type() == QEvent::MouseButtonPress) {
+        m_isDragged = false;
+        m_grip.reset();
+        // A control that has taken the press keeps it; a tap on the background waits for its end.
+        if (mouse.button() == Qt::LeftButton && !mouse.exclusiveGrabber(mouse.points().first())) {
+            m_grip = mouse.position();
+        }
+    } else if (!mouse.buttons().testFlag(Qt::LeftButton)) {
+        m_grip.reset();
     }
-}
-
-void CompactDragHostingView::mouseMoveEvent(QMouseEvent* event) {
-    QQuickView::mouseMoveEvent(event);
-    if (!m_grip || !event->buttons().testFlag(Qt::LeftButton)) {
+    if (!m_grip) {
         return;
     }
-    const QPointF way = event->position() - *m_grip;
+    const QPointF way = mouse.position() - *m_grip;
     const int tolerance = QGuiApplication::styleHints()->startDragDistance();
-    // Taps end at the same distance.
+    // Farther than that nothing is a tap.
     m_isDragged = m_isDragged || std::max(std::abs(way.x()), std::abs(way.y())) > tolerance;
     if (m_isDragged) {
-        setPosition((event->globalPosition() - *m_grip).toPoint());
+        // Not by the event's place on the screen, which Qt reckons from that of the moving window.
+        setPosition(QCursor::pos() - m_grip->toPoint());
     }
-}
-
-void CompactDragHostingView::mouseReleaseEvent(QMouseEvent* event) {
-    QQuickView::mouseReleaseEvent(event);
-    m_grip.reset();
 }
 
 } // namespace quorvin

@@ -2,7 +2,6 @@
 
 #include <QPointF>
 #include <QQuickView>
-#include <QRegion>
 #include <QUrl>
 
 #include <functional>
@@ -10,7 +9,6 @@
 
 class QDragMoveEvent;
 class QDropEvent;
-class QMimeData;
 
 namespace quorvin {
 
@@ -28,19 +26,12 @@ public:
     /// Called with the files of a drop, at least one.
     std::function<void(const QList<QUrl>& files)> onDropped;
 
-    /// The files of a drag, in its order; whatever else it carries is left out.
-    [[nodiscard]] static QList<QUrl> fileURLs(const QMimeData& data);
-    /// Every pixel that a rectangle with round corners touches.
-    [[nodiscard]] static QRegion roundedRegion(QSize size, double radius);
-
 protected:
     bool event(QEvent* event) override;
     void moveEvent(QMoveEvent* event) override;
-    void mousePressEvent(QMouseEvent* event) override;
-    void mouseMoveEvent(QMouseEvent* event) override;
-    void mouseReleaseEvent(QMouseEvent* event) override;
 
 private:
+    void followMouse(const QMouseEvent& mouse);
     void draggingUpdated(QDragMoveEvent& drag) const;
     void performDragOperation(QDropEvent& drop);
 

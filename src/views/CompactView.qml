@@ -1,32 +1,37 @@
 import QtQuick
 import Quorvin
 
-/// The content of the compact panel: the waveform, which is one big record button, over the status
-/// bar.
+/// The content of the compact panel.
 Item {
     id: view
 
     required property QtObject appState
 
+    /// The window's own word: once closed it is deleted later, when the next one may be open.
+    readonly property bool isShown: Window.window?.visible ?? false
+
     width: 360
     height: 72
-
-    Component.onCompleted: appState.startCompactAnimation()
-    Component.onDestruction: appState.stopCompactAnimation()
+    onIsShownChanged: isShown ? appState.startCompactAnimation() : appState.stopCompactAnimation()
+    Component.onDestruction: {
+        if (appState && isShown) { // the state may go first when the program ends
+            appState.stopCompactAnimation();
+        }
+    }
 
     CompactStrip {
-        id: strip
-
-        objectName: "compactStrip"
+        objectName: "waveformStrip"
         width: parent.width
         height: 48
         appState: view.appState
     }
+
     CompactStatusBar {
-        y: strip.height
+        objectName: "statusBar"
+        y: 48
         width: parent.width
-        height: parent.height - strip.height
-        radius: 22
+        height: 24
+        elapsed: view.appState.compactElapsed
         isRecording: view.appState.isRecording
         isTranscribing: view.appState.isTranscribing
         micOK: view.appState.microphoneAuthorized
@@ -35,22 +40,20 @@ Item {
         hasDraft: view.appState.draftText !== ""
         draftWordCount: CompactLabels.wordCount(view.appState.draftText)
         feedback: view.appState.compactFeedback
-        onStop: () => strip.toggleRecording()
-        onCancel: () => {
-            if (view.appState.isRecording) {
-                view.appState.cancelRecording();
-            } else {
-                view.appState.switchToMainWindow(true);
-            }
-        }
-        onSend: () => view.appState.compactSendCommand()
-        onDeleteLast: () => view.appState.deleteLastPhrase()
-        onLoadPrevious: () => view.appState.loadPreviousPhrase()
-        onAttach: () => imagePicker.open()
+        onStop: view.appState.isRecording ? view.appState.stopRecording()
+                                          : view.appState.startRecording()
+        onCancel: view.appState.isRecording ? view.appState.cancelRecording()
+                                            : view.appState.switchToMainWindow(true)
+        onSend: view.appState.compactSendCommand()
+        onDeleteLast: view.appState.deleteLastPhrase()
+        onLoadPrevious: view.appState.loadPreviousPhrase()
+        onAttach: imagePicker.open()
     }
+
     ImagePicker {
         id: imagePicker
 
+        objectName: "imagePicker"
         onPicked: images => view.appState.attachImages(images)
     }
 }

@@ -1,6 +1,7 @@
 #include "views/CompactWaveform.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace quorvin {
@@ -101,8 +102,8 @@ WaveformDrawing idleLine(const WaveformState& state, QSizeF size) {
 } // namespace
 
 RgbColor neonRGB(double t) {
-    const auto above = std::find_if(neonStops.begin() + 1, neonStops.end() - 1,
-                                    [t](const ColorStop& stop) { return t <= stop.t; });
+    const auto* const above = std::find_if(neonStops.begin() + 1, neonStops.end() - 1,
+                                           [t](const ColorStop& stop) { return t <= stop.t; });
     const ColorStop& from = *(above - 1);
     const ColorStop& to = *above;
     const double span = std::max(to.t - from.t, 0.0001);
@@ -120,20 +121,17 @@ QRectF WaveformDrawing::bounds() const {
     for (const WaveformFill& fill : fills) {
         bounds |= fill.rect;
     }
-    if (!line.empty() && !strokes.empty()) {
-        const auto [highest, lowest] =
-            std::minmax_element(line.begin(), line.end(),
-                                [](const QPointF& a, const QPointF& b) { return a.y() < b.y(); });
-        const double half = std::max_element(strokes.begin(), strokes.end(),
-                                             [](const WaveformStroke& a, const WaveformStroke& b) {
-                                                 return a.width < b.width;
-                                             })
-                                ->width /
-                            2;
-        bounds |= QRectF(QPointF(line.front().x(), highest->y() - half),
-                         QPointF(line.back().x(), lowest->y() + half));
+    if (line.empty()) {
+        return bounds;
     }
-    return bounds;
+    double halfWidth = 0;
+    for (const WaveformStroke& stroke : strokes) {
+        halfWidth = std::max(halfWidth, stroke.width / 2);
+    }
+    const auto [highest, lowest] = std::minmax_element(
+        line.begin(), line.end(), [](const QPointF& a, const QPointF& b) { return a.y() < b.y(); });
+    return bounds | QRectF(QPointF(line.front().x(), highest->y() - halfWidth),
+                           QPointF(line.back().x(), lowest->y() + halfWidth));
 }
 
 } // namespace quorvin

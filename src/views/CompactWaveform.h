@@ -5,7 +5,6 @@
 #include <QRectF>
 #include <QSizeF>
 
-#include <array>
 #include <vector>
 
 namespace quorvin {

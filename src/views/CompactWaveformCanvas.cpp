@@ -35,8 +35,8 @@ QColor CompactWaveformCanvas::accentColor() const {
 }
 
 void CompactWaveformCanvas::setAccentColor(const QColor& color) {
-    if (assign(m_state.accentColor, {color.redF(), color.greenF(), color.blueF()}) &&
-        !showsBars()) {
+    const RgbColor channels{color.redF(), color.greenF(), color.blueF()};
+    if (assign(m_state.accentColor, channels) && !showsBars()) {
         update();
     }
 }

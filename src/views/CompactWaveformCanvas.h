@@ -23,6 +23,8 @@ class CompactWaveformCanvas : public DrawnItem {
     Q_PROPERTY(QColor accentColor READ accentColor WRITE setAccentColor)
 
 public:
+    using DrawnItem::DrawnItem;
+
     [[nodiscard]] QList<double> barHeights() const { return m_state.barHeights; }
     void setBarHeights(const QList<double>& heights);
     [[nodiscard]] bool isRecording() const { return m_state.isRecording; }

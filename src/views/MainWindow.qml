@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Layouts
 
-ApplicationWindow {
+ThemedWindow {
     id: window
 
     required property QtObject appState
@@ -15,7 +15,6 @@ ApplicationWindow {
     minimumHeight: 520
     visible: true
     title: "Quorvin"
-    color: Look.background
 
     function toggleRecording() {
         if (appState.isRecording) {

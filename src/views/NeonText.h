@@ -4,12 +4,12 @@
 
 #include <QFont>
 #include <QString>
+#include <QTextLayout>
 #include <QtQml/qqmlregistration.h>
 
 namespace quorvin {
 
-/// One short line with monospaced digits: each digit takes the room of the widest, so that a
-/// counting number doesn't tremble.
+/// One short line with monospaced digits.
 class NeonText : public NeonGlow {
     Q_OBJECT
     QML_ELEMENT
@@ -17,11 +17,11 @@ class NeonText : public NeonGlow {
     Q_PROPERTY(QFont font READ font WRITE setFont NOTIFY fontChanged)
 
 public:
-    explicit NeonText(QQuickItem* parent = nullptr);
+    using NeonGlow::NeonGlow;
 
-    [[nodiscard]] QString text() const { return m_text; }
+    [[nodiscard]] QString text() const { return m_layout.text(); }
     void setText(const QString& text);
-    [[nodiscard]] QFont font() const { return m_font; }
+    [[nodiscard]] QFont font() const { return m_layout.font(); }
     void setFont(const QFont& font);
 
 Q_SIGNALS:
@@ -32,10 +32,9 @@ protected:
     void paintContent(QPainter& painter) const override;
 
 private:
-    void measure();
+    void layOut();
 
-    QString m_text;
-    QFont m_font;
+    QTextLayout m_layout;
 };
 
 } // namespace quorvin

@@ -4,15 +4,12 @@ import QtQuick.Layouts
 import Quorvin
 
 /// The settings: at present, the appearance.
-ApplicationWindow {
+ThemedWindow {
     id: window
 
     required property QtObject appState
 
     title: "Settings"
-    color: Look.background
-    palette.window: Look.background
-    palette.windowText: Look.text
 
     Shortcut {
         sequences: [StandardKey.Close, "Esc"]

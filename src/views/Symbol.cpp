@@ -2,39 +2,52 @@
 
 #include "theme/SymbolImage.h"
 
-#include <QPainter>
-#include <QQuickWindow>
-
 #include <algorithm>
 #include <cmath>
 
 namespace quorvin {
 
-Symbol::Symbol(QQuickItem* parent) : QQuickPaintedItem(parent) {}
+namespace {
+
+/// The grid of the drawings has 24 units, of which they fill about 20.
+constexpr double gridToDrawing = 24.0 / 20.0;
+
+} // namespace
+
+Symbol::Symbol(QQuickItem* parent) : DrawnItem(parent) {}
 
 void Symbol::setName(const QString& name) {
-    if (name != m_name) {
-        m_name = name;
+    if (assign(m_name, name)) {
         update();
         Q_EMIT nameChanged();
     }
 }
 
+void Symbol::setSize(double size) {
+    if (assign(m_size, size)) {
+        const double side = std::round(size * gridToDrawing);
+        setImplicitSize(side, side);
+        Q_EMIT sizeChanged();
+    }
+}
+
 void Symbol::setColor(const QColor& color) {
-    if (color != m_color) {
-        m_color = color;
+    if (assign(m_color, color)) {
         update();
         Q_EMIT colorChanged();
     }
 }
 
-void Symbol::paint(QPainter* painter) {
-    const double ratio = window() ? window()->effectiveDevicePixelRatio() : 1.0;
+PlacedImage Symbol::drawn(double devicePixelRatio) const {
     const double side = std::min(width(), height());
-    const QRectF square((width() - side) / 2, (height() - side) / 2, side, side);
-    painter->setRenderHint(QPainter::SmoothPixmapTransform);
-    painter->drawImage(square,
-                       symbolImage(m_name, static_cast<int>(std::lround(side * ratio)), m_color));
+    const auto pixels = static_cast<int>(std::lround(side * devicePixelRatio));
+    // On whole pixels, where it is sharp.
+    const auto placed = [&](double room) {
+        return std::floor((room - side) / 2 * devicePixelRatio) / devicePixelRatio;
+    };
+    return {
+        symbolImage(m_name, pixels, m_color),
+        {placed(width()), placed(height()), pixels / devicePixelRatio, pixels / devicePixelRatio}};
 }
 
 } // namespace quorvin

@@ -47,11 +47,11 @@ private:
     QPointer<QWindow> m_window; // somebody may keep this object longer than the window lives
 };
 
-/// Not a menu, a tooltip or the icon in the tray.
+/// Not a menu, a tooltip or the icon in the tray. Panels, too, pass the window manager by.
 bool isApplicationWindow(const QWindow& window) {
     const auto type = window.flags() & Qt::WindowType_Mask;
-    return (type == Qt::Window || type == Qt::Dialog || type == Qt::Tool) &&
-           !window.flags().testFlag(Qt::BypassWindowManagerHint);
+    return type == Qt::Tool || ((type == Qt::Window || type == Qt::Dialog) &&
+                                !window.flags().testFlag(Qt::BypassWindowManagerHint));
 }
 
 } // namespace

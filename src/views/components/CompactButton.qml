@@ -7,7 +7,6 @@ AbstractButton {
     id: button
 
     required property color tint
-    property string toolTip
 
     implicitHeight: 18
     implicitWidth: leftPadding + implicitContentWidth + rightPadding
@@ -20,10 +19,5 @@ AbstractButton {
         opacity: button.hovered ? 0.16 : 0
 
         Behavior on opacity { NumberAnimation { duration: 200; easing.type: Easing.InOutQuad } }
-    }
-
-    CompactToolTip {
-        text: button.toolTip
-        visible: button.hovered && text !== ""
     }
 }

@@ -6,9 +6,10 @@ CompactButton {
     id: button
 
     required property string systemName
+    required property string tooltip
 
     implicitWidth: 22
-    Accessible.name: toolTip
+    Accessible.name: tooltip
 
     contentItem: Item {
         Symbol {
@@ -18,5 +19,10 @@ CompactButton {
             color: button.tint
             opacity: 0.9
         }
+    }
+
+    CompactToolTip {
+        text: button.tooltip
+        visible: button.hovered && !button.down
     }
 }

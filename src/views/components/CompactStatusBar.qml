@@ -1,10 +1,13 @@
 import QtQuick
 import Quorvin
 
-/// The panel's lower strip: the state, what there is to say, and the commands.
-Rectangle {
+/// The panel's lower strip: the state, what there is to say, and the commands. Its ground, white at
+/// 0.09, is the panel's own.
+Item {
     id: bar
 
+    /// Of the panel's clock, in milliseconds.
+    required property real elapsed
     required property bool isRecording
     required property bool isTranscribing
     required property bool micOK
@@ -14,102 +17,126 @@ Rectangle {
     required property int draftWordCount
     required property string feedback
 
-    property var onStop
-    property var onCancel
-    property var onSend
-    property var onDeleteLast
-    property var onLoadPrevious
-    property var onAttach
-
     readonly property bool isBusy: isRecording || isTranscribing
-    readonly property string missing: CompactLabels.missing(micOK, axOK, modelOK)
+    /// Of all texts, from the top: capitals stand in the middle.
+    readonly property int textBaseline: 16
 
-    color: Qt.rgba(0.09, 0.09, 0.09, 1)
+    signal stop
+    signal cancel
+    signal send
+    signal deleteLast
+    signal loadPrevious
+    signal attach
+
+    onDraftWordCountChanged: {
+        if (draftWordCount >= 1) {
+            wordCount.count = draftWordCount;
+        }
+    }
 
     StatusDot {
         id: dot
 
         objectName: "statusDot"
         anchors.verticalCenter: parent.verticalCenter
-        x: 16
+        x: 14
+        elapsed: bar.elapsed
         isRecording: bar.isRecording
         isTranscribing: bar.isTranscribing
         micOK: bar.micOK
         axOK: bar.axOK
         modelOK: bar.modelOK
     }
+
     WarnTriangle {
         id: warning
 
-        objectName: "warning"
-        anchors.verticalCenter: parent.verticalCenter
-        anchors.left: dot.right
-        anchors.leftMargin: 9
-        visible: bar.missing !== ""
-        Accessible.role: Accessible.Graphic
-        Accessible.name: bar.missing
+        readonly property string text: CompactLabels.missing(bar.micOK, bar.axOK, bar.modelOK)
 
-        HoverHandler { id: warningHover }
+        objectName: "warnTriangle"
+        anchors.verticalCenter: parent.verticalCenter
+        x: 30
+        visible: text !== ""
+        Accessible.role: Accessible.AlertMessage
+        Accessible.name: text
+
+        HoverHandler {
+            id: warningHover
+            margin: 3
+        }
         CompactToolTip {
-            text: bar.missing
+            y: -height - 9
+            text: warning.text
             visible: warningHover.hovered
         }
     }
+
     Item {
-        anchors.left: warning.visible ? warning.right : dot.right
-        anchors.leftMargin: 9
-        anchors.right: commands.left
-        anchors.rightMargin: 6
+        id: textArea
+
+        objectName: "textArea"
+        anchors.left: parent.left
+        anchors.leftMargin: warning.visible ? 48 : 30
+        anchors.right: hints.left
+        anchors.rightMargin: 4
         height: parent.height
 
         NeonText {
-            objectName: "wordCount"
-            anchors.verticalCenter: parent.verticalCenter
-            text: bar.draftWordCount + "w"
-            font.pixelSize: 10
-            color: Qt.rgba(1, 1, 1, 0.4)
-            opacity: !bar.isBusy && bar.hasDraft && bar.feedback === "" && bar.draftWordCount >= 1
-                     ? 1 : 0
-            visible: opacity > 0
+            id: wordCount
 
-            Behavior on opacity {
-                NumberAnimation { duration: 200; easing.type: Easing.InOutQuad }
-            }
+            readonly property bool isShown: bar.hasDraft && bar.draftWordCount >= 1 && !bar.isBusy
+                                            && bar.feedback === ""
+            /// Stays while it fades away.
+            property int count: 0
+
+            objectName: "wordCount"
+            y: bar.textBaseline - baselineOffset
+            visible: bar.feedback === "" && opacity > 0
+            opacity: isShown ? 1 : 0
+            text: count + "w"
+            font: Typeface.font(10)
+            color: Qt.rgba(1, 1, 1, 0.4)
+            Accessible.role: Accessible.StaticText
+            Accessible.name: qsTr("%n word(s) in the draft", "", count)
+
+            Behavior on opacity { NumberAnimation { duration: 200; easing.type: Easing.InOutQuad } }
         }
+
         Text {
+            id: feedbackText
+
             objectName: "feedback"
-            anchors.verticalCenter: parent.verticalCenter
+            y: bar.textBaseline - baselineOffset
             width: parent.width
-            visible: bar.feedback !== ""
             text: bar.feedback
             textFormat: Text.PlainText
             elide: Text.ElideRight
-            font.pixelSize: 10
+            font: Typeface.font(10)
             color: Qt.rgba(1, 1, 1, 0.65)
             Accessible.role: Accessible.StaticText
             Accessible.name: text
         }
+
+        HoverHandler { id: textHover }
+        CompactToolTip {
+            text: bar.feedback
+            visible: textHover.hovered && feedbackText.truncated
+        }
     }
+
     Row {
-        id: commands
+        id: hints
 
         anchors.right: parent.right
-        anchors.rightMargin: 14
+        anchors.rightMargin: 10
         anchors.verticalCenter: parent.verticalCenter
 
         HintButton {
-            objectName: "stopButton"
-            visible: bar.isBusy
-            label: "Stop"
-            shortcut: "⌥Space"
-            onClicked: bar.onStop()
-        }
-        HintButton {
-            objectName: "sendButton"
-            visible: !bar.isBusy && bar.hasDraft
-            label: "Send"
-            shortcut: "⌘→"
-            onClicked: bar.onSend()
+            objectName: "primaryHint"
+            visible: bar.isBusy || bar.hasDraft
+            label: bar.isBusy ? qsTr("Stop") : qsTr("Send")
+            shortcut: bar.isBusy ? "⌥Space" : "⌘→"
+            onClicked: bar.isBusy ? bar.stop() : bar.send()
         }
         HintSeparator {
             anchors.verticalCenter: parent.verticalCenter
@@ -117,9 +144,9 @@ Rectangle {
         }
         HintButton {
             objectName: "cancelButton"
-            label: "Cancel"
+            label: qsTr("Cancel")
             shortcut: "Esc"
-            onClicked: bar.onCancel()
+            onClicked: bar.cancel()
         }
         HintSeparator {
             anchors.verticalCenter: parent.verticalCenter
@@ -128,19 +155,19 @@ Rectangle {
             objectName: "deleteLastButton"
             systemName: "delete.left"
             tint: "#f59e0b"
-            toolTip: "Delete last phrase"
-            onClicked: bar.onDeleteLast()
+            tooltip: qsTr("Delete last phrase")
+            onClicked: bar.deleteLast()
         }
         CompactIconButton {
             objectName: "loadPreviousButton"
             systemName: "arrow.uturn.up"
             tint: "#06b6d4"
-            toolTip: "Previous phrase"
-            onClicked: bar.onLoadPrevious()
+            tooltip: qsTr("Previous phrase")
+            onClicked: bar.loadPrevious()
         }
         PaperclipButton {
             objectName: "attachButton"
-            onClicked: bar.onAttach()
+            onClicked: bar.attach()
         }
     }
 }

@@ -60,8 +60,7 @@ Item {
         y: 4
         text: CompactLabels.micLabel(strip.appState.availableDevices,
                                      strip.appState.selectedDevice)
-        font.pixelSize: 10
-        font.weight: Font.Medium
+        font: Typeface.font(10, Font.Medium)
         color: Qt.alpha("#9becff", 0.92)
         glowColor: "#00e5ff"
         glowRadius: 4
@@ -77,8 +76,7 @@ Item {
         y: 4
         visible: strip.appState.isRecording
         text: CompactLabels.duration(strip.appState.recordingDuration)
-        font.pixelSize: 10
-        font.weight: Font.DemiBold
+        font: Typeface.font(10, Font.DemiBold)
         color: Qt.alpha("#ffd0ec", 0.95)
         glowColor: "#ff3dbd"
         glowRadius: 4

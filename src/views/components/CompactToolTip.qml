@@ -6,6 +6,7 @@ import Quorvin
 ToolTip {
     id: toolTip
 
+    objectName: "toolTip"
     delay: 600
     margins: 6
     y: -height - 5
@@ -13,7 +14,7 @@ ToolTip {
     rightPadding: 7
     topPadding: 3
     bottomPadding: 3
-    font.pixelSize: 10
+    font: Typeface.font(10)
 
     background: Rectangle {
         radius: 5

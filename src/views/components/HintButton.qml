@@ -20,25 +20,25 @@ CompactButton {
         Row {
             id: words
 
-            anchors.verticalCenter: parent.verticalCenter
+            y: 13 - children[0].baselineOffset
             spacing: 4
 
-            Text {
+            HintText {
                 text: button.label
-                font.pixelSize: 11
-                color: "white"
                 opacity: button.hovered ? 1.0 : 0.78
-
-                Behavior on opacity { NumberAnimation { duration: 200 } }
             }
-            Text {
+            HintText {
                 text: button.shortcut
-                font.pixelSize: 11
-                color: "white"
                 opacity: button.hovered ? 0.85 : 0.45
-
-                Behavior on opacity { NumberAnimation { duration: 200 } }
             }
         }
+    }
+
+    component HintText: Text {
+        objectName: "hintText"
+        font: Typeface.font(11)
+        color: "white"
+
+        Behavior on opacity { NumberAnimation { duration: 200; easing.type: Easing.InOutQuad } }
     }
 }

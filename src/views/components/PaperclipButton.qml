@@ -4,5 +4,5 @@ import Quorvin
 CompactIconButton {
     systemName: "paperclip"
     tint: "#ec4899"
-    toolTip: qsTr("Attach image (or drag & drop)")
+    tooltip: qsTr("Attach image (or drag & drop)")
 }

@@ -7,6 +7,15 @@ import subprocess
 from .processes import Child, wait_until
 
 
+WINDOW_MANAGER_SETTINGS = """
+<openbox_config xmlns="http://openbox.org/3.4/rc">
+  <mouse>
+    <context name="Client">
+      <mousebind button="Left" action="Press"><action name="Focus"/><action name="Raise"/></mousebind>
+    </context>
+  </mouse>
+</openbox_config>
+"""
 SIZE = "1280x1024x24"
 
 
@@ -35,7 +44,8 @@ class VirtualDisplay:
             raise AssertionError("no X server\n" + server.tail())
         self._environment["DISPLAY"] = ":" + number
         if self._has_window_manager:
-            manager = self._start("openbox", "--sm-disable")
+            manager = self._start("openbox", "--sm-disable", "--config-file",
+                                  self._window_manager_settings())
             manager.wait_until(
                 lambda: "window id" in self._root_property("_NET_SUPPORTING_WM_CHECK"),
                 "the window manager")
@@ -44,6 +54,13 @@ class VirtualDisplay:
     def __exit__(self, *_):
         for child in reversed(self._children):
             child.stop()
+
+    def _window_manager_settings(self):
+        """Without keys of its own: a window menu on Alt+Space would take that key from everyone."""
+        path = os.path.join(self._directory, "openbox.xml")
+        with open(path, "w", encoding="utf-8") as settings:
+            settings.write(WINDOW_MANAGER_SETTINGS)
+        return path
 
     def _start(self, *command, pass_fds=()):
         log_path = os.path.join(self._directory, command[0] + ".log")
@@ -68,6 +85,20 @@ class VirtualDisplay:
         root = re.search(r"Window id: (\d+)", details)[1]
         self._xdotool("mousemove", "--window", root, str(x), str(y),
                       "click", "--window", self.focused_window(), "1")
+
+    def drag(self, start, end):
+        """Moves the mouse from one point of the screen to another with the left button down."""
+        steps = [(start[0] + (end[0] - start[0]) * i // 10, start[1] + (end[1] - start[1]) * i // 10)
+                 for i in range(11)]
+        moves = [word for x, y in steps[1:] for word in ("mousemove", "--sync", str(x), str(y))]
+        self._xdotool("mousemove", str(start[0]), str(start[1]), "mousedown", "1", *moves,
+                      "mouseup", "1")
+
+    def geometry(self, window):
+        """Left edge, top edge, width and height on the screen."""
+        values = dict(line.split("=") for line in
+                      self._output("xdotool", "getwindowgeometry", "--shell", window).split())
+        return tuple(int(values.get(name, 0)) for name in ("X", "Y", "WIDTH", "HEIGHT"))
 
     def press(self, keys):
         """Presses and releases keys, "ctrl+r" for instance, in whatever window has the focus."""

@@ -126,6 +126,10 @@ class Program:
     def click(self, name):
         """Clicks the middle of the control with that accessible name, once it stands still."""
         self.bring_to_front()
+        self.click_control(name)
+
+    def click_control(self, name):
+        """The same, whatever window has the focus."""
         last_extents = None
 
         def extents_at_rest():

@@ -34,6 +34,10 @@ class AgentTerminal:
         if self._child.is_running():
             self._child.kill()
 
+    @property
+    def window(self):
+        return self._window
+
     def kill(self):
         self._child.kill()
 

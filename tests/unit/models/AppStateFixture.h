@@ -45,6 +45,7 @@ protected:
     AppState& start();
     AppState& app() { return *m_app; }
     void endProgram();
+    [[nodiscard]] const Platform& platform() const { return m_platform; }
 
     /// Makes the next runs of the engine print `text`.
     void engineSays(const QString& text);

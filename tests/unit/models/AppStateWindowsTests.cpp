@@ -82,6 +82,25 @@ TEST_F(AppStateWindows, WhatTheToolkitBringsBackIsHiddenAQuarterOfASecondLater) 
     EXPECT_TRUE(settings->visible);
 }
 
+TEST_F(AppStateWindows, AnEarlyWayBackDoesNotCallTheSecondSweepOff) {
+    const auto main = windowSystem.add(u"Quorvin"_s);
+    AppState& app = start();
+    app.switchToCompactMode();
+    app.switchToMainWindow(true);
+    EXPECT_TRUE(main->visible);
+    scheduler.advance(250ms);
+    EXPECT_FALSE(main->visible);
+}
+
+TEST_F(AppStateWindows, WithoutAWindowTheProgramComesForwardAllTheSame) {
+    windowSystem.add(u"Panel"_s, true);
+    AppState& app = start();
+    app.switchToCompactMode();
+    app.switchToMainWindow(true);
+    EXPECT_EQ(app.activeWindow(), AppState::ActiveWindow::main);
+    EXPECT_EQ(windowSystem.activations, 1);
+}
+
 TEST_F(AppStateWindows, SwitchingTwiceLeavesOneGuard) {
     windowSystem.add(u"Quorvin"_s);
     AppState& app = start();
@@ -97,6 +116,7 @@ TEST_F(AppStateWindows, BackInTheMainWindowPlainWindowsStay) {
     scheduler.advance(1s);
     app.switchToMainWindow(true);
     EXPECT_FALSE(app.isCompactMode());
+    EXPECT_EQ(windowSystem.subscriptions(), 0U);
     EXPECT_TRUE(main->visible);
     EXPECT_EQ(windowSystem.activations, 1);
     windowSystem.becomeKey(main);

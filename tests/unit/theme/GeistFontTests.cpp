@@ -1,8 +1,11 @@
 #include "theme/GeistFont.h"
 
+#include <QStringList>
+
 #include <gtest/gtest.h>
 
 using namespace quorvin;
+using namespace Qt::Literals::StringLiterals;
 
 TEST(GeistFont, EveryWeightHasItsFace) {
     EXPECT_EQ(GeistFont::name(QFont::Black), u"Geist-Black");
@@ -17,11 +20,13 @@ TEST(GeistFont, EveryWeightHasItsFace) {
     EXPECT_EQ(GeistFont::name(static_cast<QFont::Weight>(450)), u"Geist-Regular");
 }
 
-TEST(GeistFont, InterStandsIn) {
+TEST(GeistFont, InterStandsInWithTheWeightOfTheFace) {
     const QFont font = GeistFont::font(12, QFont::DemiBold);
-    EXPECT_EQ(font.families(),
-              (QStringList{QStringLiteral("Geist-SemiBold"), QStringLiteral("Geist"),
-                           QStringLiteral("Inter")}));
+    const QStringList families{u"Geist-SemiBold"_s, u"Geist"_s, u"Inter"_s};
+    EXPECT_EQ(font.families(), families);
     EXPECT_EQ(font.pixelSize(), 12);
     EXPECT_EQ(font.weight(), QFont::DemiBold);
+    EXPECT_EQ(GeistFont::font(12, QFont::Thin).weight(), QFont::Light);
+    EXPECT_EQ(GeistFont::font(12, QFont::ExtraBold).weight(), QFont::Black);
+    EXPECT_EQ(GeistFont::font(12, static_cast<QFont::Weight>(450)).weight(), QFont::Normal);
 }

@@ -60,6 +60,11 @@ int FocusWatch::losses() {
 
 PanelOnScreen::PanelOnScreen() : desktop(qgetenv("DISPLAY")) {
     windowSystem.desktop = {{.frame = {0, 0, 1024, 768}, .visibleFrame = {0, 0, 1024, 768}}};
+    // What the window manager of an earlier test has left behind.
+    for (const char* const property :
+         {"_NET_SUPPORTING_WM_CHECK", "_NET_CLIENT_LIST", "_NET_ACTIVE_WINDOW"}) {
+        xcb_delete_property(desktop.handle(), desktop.root(), desktop.atom(property));
+    }
     engine.addImportPath(u"qrc:/qt/qml"_s);
     movePointer({1000, 10});
 }
@@ -163,6 +168,7 @@ void PanelOnScreen::dragOntoPanel() {
 
 bool PanelOnScreen::eventFilter(QObject* watched, QEvent* event) {
     dragMoves += event->type() == QEvent::DragMove ? 1 : 0;
+    dragLeaves += event->type() == QEvent::DragLeave ? 1 : 0;
     return QObject::eventFilter(watched, event);
 }
 

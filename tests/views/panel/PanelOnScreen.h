@@ -71,7 +71,9 @@ protected:
     QtWindowSystem windows;
     QQmlEngine engine;
     QPointer<QQuickView> panel;
-    int dragMoves = 0; ///< of another program's drag over the panel
+    // Of another program's drag over the panel.
+    int dragMoves = 0;
+    int dragLeaves = 0;
 
 private:
     bool eventFilter(QObject* watched, QEvent* event) override;

@@ -1,12 +1,10 @@
 #include "unit/platform/linux/x11/XDesktop.h"
+#include "views/ViewTypes.h"
 
 #include <QApplication>
 #include <QQuickStyle>
 
 #include <gmock/gmock.h>
-
-// Nothing else refers to the object of the static library that registers the views' types.
-void qml_register_types_Quorvin();
 
 /// Runs the tests of a window on an X server of their own, with a view of the program in it.
 int main(int argc, char** argv) {
@@ -18,7 +16,7 @@ int main(int argc, char** argv) {
     qputenv("DISPLAY", server.display());
     qputenv("QT_QPA_PLATFORM", "xcb");
     const QApplication application(argc, argv);
-    qml_register_types_Quorvin();
+    quorvin::registerViewTypes();
     QQuickStyle::setStyle(QStringLiteral("Basic"));
     return RUN_ALL_TESTS();
 }

@@ -5,7 +5,9 @@
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QLoggingCategory>
+#include <QWindow>
 
+#include <algorithm>
 #include <optional>
 
 #include <xcb/xinput.h>
@@ -168,7 +170,7 @@ void XInputKeyMonitor::keyMoved(std::uint32_t keycode, xcb_timestamp_t time, boo
     }
     // What goes to this program is the local monitors' affair. The window may have lost the focus
     // by that very key, and its event is then known already.
-    if (QGuiApplication::focusWindow() || m_lastOwn == Press{time, keycode}) {
+    if (m_lastOwn == Press{time, keycode} || ownsFocus()) {
         return;
     }
     std::uint32_t flags = 0;
@@ -178,6 +180,18 @@ void XInputKeyMonitor::keyMoved(std::uint32_t keycode, xcb_timestamp_t time, boo
     for (const auto& handler : living(m_globalHandlers)) {
         (*handler)({.keyCode = *keyCode, .modifierFlags = flags});
     }
+}
+
+bool XInputKeyMonitor::ownsFocus() {
+    // Asked of the X server: for some tenths of a second Qt takes a focus that left for one that
+    // will be back.
+    xcb_connection_t* const handle = m_connection.handle();
+    const XcbReply<xcb_get_input_focus_reply_t> reply(
+        xcb_get_input_focus_reply(handle, xcb_get_input_focus(handle), nullptr));
+    const auto windows = QGuiApplication::allWindows();
+    return reply && std::any_of(windows.begin(), windows.end(), [&](const QWindow* window) {
+               return window->handle() && window->winId() == reply->focus;
+           });
 }
 
 bool XInputKeyMonitor::eventFilter(QObject* watched, QEvent* event) {

@@ -45,6 +45,7 @@ private:
     void readModifierMapping();
     void received(const xcb_generic_event_t& event);
     void keyMoved(std::uint32_t keycode, xcb_timestamp_t time, bool isDown);
+    [[nodiscard]] bool ownsFocus();
     [[nodiscard]] bool isConsumed(const QKeyEvent& event);
 
     XcbConnection& m_connection;

@@ -1,0 +1,32 @@
+#include "views/MonospacedDigits.h"
+
+#include "theme/MonospacedDigits.h"
+
+namespace quorvin {
+
+MonospacedDigits::MonospacedDigits(QObject* parent) : QSyntaxHighlighter(parent) {}
+
+void MonospacedDigits::setTextDocument(QQuickTextDocument* document) {
+    if (document != m_textDocument) {
+        m_textDocument = document;
+        setDocument(document ? document->textDocument() : nullptr);
+        rehighlight();
+        Q_EMIT textDocumentChanged();
+    }
+}
+
+void MonospacedDigits::setFont(const QFont& font) {
+    if (font != m_font) {
+        m_font = font;
+        rehighlight();
+        Q_EMIT fontChanged();
+    }
+}
+
+void MonospacedDigits::highlightBlock(const QString& text) {
+    for (const QTextLayout::FormatRange& range : monospacedDigits(text, m_font)) {
+        setFormat(range.start, range.length, range.format);
+    }
+}
+
+} // namespace quorvin

@@ -1,0 +1,21 @@
+import QtQuick
+import Quorvin
+
+/// A label whose digits all take the same room, so that a counting number stands still.
+TextEdit {
+    id: label
+
+    readOnly: true
+    activeFocusOnPress: false
+    selectByMouse: false
+    enabled: false // the pointer belongs to what is below
+    textFormat: TextEdit.PlainText
+    font: Typeface.font(13)
+    Accessible.role: Accessible.StaticText
+    Accessible.name: text
+
+    MonospacedDigits {
+        document: label.textDocument
+        font: label.font
+    }
+}

@@ -1,0 +1,192 @@
+"""The panel that floats over the terminals and never takes the keyboard from them."""
+
+import json
+import subprocess
+
+from desktop import AgentTerminal, speaking_engine, wait_until, word_errors
+from program_test import SENTENCE, ProgramTest
+
+TOGGLE = "ctrl+grave"
+STOP = "alt+space"
+SEND = "super+Right"
+RECORDING_STARTED = "Recording started successfully"
+
+
+class CompactTests(ProgramTest):
+    def setUp(self):
+        super().setUp()
+        # A plain text arrives as it is spoken.
+        self.home.write_settings(json.dumps({"onboardingComplete": True, "agentsIncluded": False}))
+
+    def start_in_compact_mode(self, draft=""):
+        """The terminal has the keyboard, and the hot key is pressed in it."""
+        self.terminal = self.enterContext(AgentTerminal(self.desktop, self.home))
+        program = self.start_ready_program()
+        self.main_window = program.wait_for_window()
+        if draft:
+            program.paste_draft(draft)
+        self.focus_terminal()
+        self.press(TOGGLE)
+        program.wait_until(lambda: self.panel(program), "the panel")
+        program.wait_until(
+            lambda: self.main_window not in self.desktop.display.windows_of(program.pid),
+            "the end of the main window")
+        self.assert_terminal_has_the_focus()
+        return program
+
+    def focus_terminal(self):
+        self.desktop.display.focus(self.terminal.window)
+
+    def press(self, keys):
+        """As a user does, whose keys go to whatever has the focus."""
+        self.desktop.display.press(keys)
+
+    def panel(self, program):
+        """Its x, y, width and height on the screen, or nothing."""
+        for window in self.desktop.display.windows_of(program.pid):
+            geometry = self.desktop.display.geometry(window)
+            if geometry[2:] == (360, 72):
+                return geometry
+        return None
+
+    def click(self, program, x, y):
+        """Clicks a point of the panel."""
+        left, top, *_ = self.panel(program)
+        self.desktop.display.click(left + x, top + y)
+
+    def click_strip(self, program):
+        self.click(program, 180, 24)
+
+    def record(self, program):
+        before = program.log.count(RECORDING_STARTED)
+        self.click_strip(program)
+        program.wait_for_log(RECORDING_STARTED, before + 1)
+        self.assert_terminal_has_the_focus()
+
+    def assert_terminal_has_the_focus(self):
+        self.assertEqual(self.desktop.display.focused_window(), self.terminal.window)
+
+    def leave_compact_mode(self, program):
+        self.press(TOGGLE)
+        program.wait_until(
+            lambda: self.main_window in self.desktop.display.windows_of(program.pid),
+            "the main window")
+
+    def test_a_dictation_ends_in_the_terminal_that_never_lost_the_focus(self):
+        program = self.start_in_compact_mode()
+
+        self.record(program)
+        self.say(SENTENCE)
+        self.press(STOP)
+        self.terminal.wait_for_submission()
+
+        [text] = self.terminal.submitted
+        self.assertLessEqual(word_errors(SENTENCE, text), 1, text)
+        self.assert_terminal_has_the_focus()
+        self.assert_nothing_left_behind()
+
+    def test_the_text_goes_where_the_take_began_when_the_focus_has_moved_on(self):
+        program = self.start_in_compact_mode()
+        other = self.desktop.display.open_window("+640+400")
+
+        self.focus_terminal()
+        self.record(program)
+        self.say(SENTENCE)
+        self.desktop.display.focus(other)
+        self.press(STOP)
+        self.terminal.wait_for_submission()
+
+        [text] = self.terminal.submitted
+        self.assertLessEqual(word_errors(SENTENCE, text), 1, text)
+
+    def test_escape_drops_the_take_and_still_reaches_the_terminal(self):
+        program = self.start_in_compact_mode()
+
+        self.record(program)
+        self.say("run the tests")
+        self.press("Escape")
+        program.wait_for_log("Keep-warm started", 2)
+
+        self.assertNotIn("Running whisper-cpp", program.log)
+        self.assertEqual(self.terminal.submitted, [])
+        self.assert_terminal_has_the_focus()
+
+    def send(self):
+        """Sends the draft by its key and returns everything that the agent was told."""
+        before = len(self.terminal.submitted)
+        self.press(SEND)
+        wait_until(lambda: len(self.terminal.submitted) > before, "the delivery")
+        return self.terminal.submitted
+
+    def test_the_draft_is_sent_by_its_key(self):
+        self.start_in_compact_mode("a draft from before")
+
+        self.assertEqual(self.send(), ["a draft from before"])
+
+    def test_the_last_phrase_is_deleted(self):
+        program = self.start_in_compact_mode("First phrase. Second phrase.")
+
+        program.click_control("Delete last phrase")
+        self.assert_terminal_has_the_focus()
+
+        self.assertEqual(self.send(), ["First phrase."])
+
+    def test_the_previous_phrase_comes_back_from_the_history(self):
+        self.home.install_engine(speaking_engine("an earlier take"))
+        program = self.start_in_compact_mode()
+        self.record(program)
+        self.say("run the tests")
+        self.press(STOP)
+        self.terminal.wait_for_submission()
+
+        program.click_control("Previous phrase")
+
+        self.assertEqual(self.send(), ["an earlier take", "an earlier take"])
+
+    def test_the_panel_comes_back_where_it_was_dragged(self):
+        program = self.start_in_compact_mode()
+        left, top, *_ = self.panel(program)
+
+        self.desktop.display.drag((left + 180, top + 24), (left + 60, top - 276))
+        program.wait_until(lambda: self.panel(program) != (left, top, 360, 72), "the move")
+        moved = self.panel(program)
+        self.assert_terminal_has_the_focus()
+        self.assertNotIn(RECORDING_STARTED, program.log)
+        self.leave_compact_mode(program)
+        self.focus_terminal()
+        self.press(TOGGLE)
+
+        program.wait_until(lambda: self.panel(program) == moved, "the panel in its place")
+
+    def test_a_second_start_leaves_the_panel_alone(self):
+        program = self.start_in_compact_mode()
+
+        second = self.start_program(log="second.log")
+
+        self.assertEqual(second.wait_for_end(), 0)
+        self.assertNotIn(self.main_window, self.desktop.display.windows_of(program.pid))
+        self.assert_terminal_has_the_focus()
+
+    def test_the_toggle_works_with_another_layout_and_with_locks(self):
+        program = self.start_in_compact_mode()
+        self.leave_compact_mode(program)
+        self.addCleanup(subprocess.run, ["setxkbmap", "us"], env=self.desktop.environment,
+                        check=True)
+        subprocess.run(["setxkbmap", "de"], env=self.desktop.environment, check=True)
+        self.press("Num_Lock")
+        self.addCleanup(self.press, "Num_Lock")
+        self.focus_terminal()
+
+        self.press("ctrl+49")  # the key left of 1
+
+        program.wait_until(lambda: self.panel(program), "the panel")
+
+    def test_the_toggle_with_a_further_modifier_does_nothing_elsewhere(self):
+        program = self.start_in_compact_mode()
+
+        self.press("ctrl+shift+grave")
+        self.press("ctrl+alt+grave")
+        self.record(program)  # comes later, and is seen
+
+        self.assertIsNotNone(self.panel(program))
+        self.press("Escape")
