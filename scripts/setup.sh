@@ -15,7 +15,7 @@ run_packages=(
     qml6-module-qtqml qml6-module-qtqml-workerscript qml6-module-qtquick
     qml6-module-qtquick-controls qml6-module-qtquick-layouts qml6-module-qtquick-templates
     qml6-module-qtquick-window
-    fonts-inter python3
+    fonts-inter fonts-dejavu-core lame pulseaudio python3 xdotool xvfb
 )
 test_packages=(
     xvfb openbox xdotool x11-utils x11-xkb-utils imagemagick fonts-dejavu-core xclip xsel procps

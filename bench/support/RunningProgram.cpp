@@ -3,7 +3,11 @@
 #include <QDir>
 #include <QFile>
 
+#include <cstdlib>
+
 #include <unistd.h>
+#include <xcb/xcb.h>
+#include <xcb/xtest.h>
 
 namespace quorvin::bench {
 
@@ -59,6 +63,54 @@ Desktop::Desktop() : m_environment(QProcessEnvironment::systemEnvironment()) {
 Desktop::~Desktop() {
     m_display.kill();
     m_display.waitForFinished(patience);
+}
+
+void Desktop::press(const QString& keys) const {
+    run(u"xdotool"_s, {u"key"_s, keys});
+}
+
+void Desktop::clickPanel() const {
+    run(u"xdotool"_s, {u"mousemove"_s, u"640"_s, u"928"_s, u"click"_s, u"1"_s});
+}
+
+std::chrono::duration<double, std::milli> Desktop::timeToPanel() const {
+    xcb_connection_t* const display =
+        xcb_connect(m_environment.value(u"DISPLAY"_s).toLatin1().constData(), nullptr);
+    const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(display)).data->root;
+    const std::uint32_t mask = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
+    xcb_change_window_attributes(display, root, XCB_CW_EVENT_MASK, &mask);
+    const auto key = [&](std::uint8_t type, xcb_keycode_t code) {
+        xcb_test_fake_input(display, type, code, XCB_CURRENT_TIME, root, 0, 0, 0);
+    };
+    constexpr xcb_keycode_t control = 37; // the positions on every keyboard
+    constexpr xcb_keycode_t backtick = 49;
+    const auto begin = std::chrono::steady_clock::now();
+    key(XCB_KEY_PRESS, control);
+    key(XCB_KEY_PRESS, backtick);
+    key(XCB_KEY_RELEASE, backtick);
+    key(XCB_KEY_RELEASE, control);
+    xcb_flush(display);
+    bool isMapped = false;
+    while (!isMapped) {
+        xcb_generic_event_t* const event = xcb_wait_for_event(display);
+        if (!event) {
+            qFatal("The display is gone");
+        }
+        isMapped = (event->response_type & 0x7f) == XCB_MAP_NOTIFY;
+        free(event); // NOLINT: as xcb says
+    }
+    const auto end = std::chrono::steady_clock::now();
+    xcb_disconnect(display);
+    return end - begin;
+}
+
+void Desktop::run(const QString& program, const QStringList& arguments) const {
+    QProcess process;
+    process.setProcessEnvironment(m_environment);
+    process.start(program, arguments);
+    if (!process.waitForFinished(patience) || process.exitCode() != 0) {
+        qFatal("%s failed", qUtf8Printable(program));
+    }
 }
 
 RunningProgram::RunningProgram(const Desktop& desktop) {

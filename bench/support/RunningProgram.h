@@ -20,7 +20,16 @@ public:
 
     [[nodiscard]] const QProcessEnvironment& environment() const { return m_environment; }
 
+    /// Presses and releases keys as xdotool names them: "ctrl+grave".
+    void press(const QString& keys) const;
+    /// Clicks the middle of the compact panel's strip, where the panel stands at first.
+    void clickPanel() const;
+    /// Presses the hot key of the compact mode; from then to the panel's appearance on the screen.
+    [[nodiscard]] std::chrono::duration<double, std::milli> timeToPanel() const;
+
 private:
+    void run(const QString& program, const QStringList& arguments) const;
+
     testing::SoundServer m_soundServer;
     QTemporaryDir m_home;
     QProcess m_display;

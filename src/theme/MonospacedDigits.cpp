@@ -29,10 +29,20 @@ std::array<double, 10> narrowness(const QFont& font) {
     return result;
 }
 
-/// What has to be added on each side of the character, for digits.
+bool isDigit(const QString& text, qsizetype position) {
+    return position < text.size() && text[position] >= u'0' && text[position] <= u'9';
+}
+
+/// What has to be added on each side of the character, which is nothing but for digits.
 double margin(const QString& text, qsizetype position, const std::array<double, 10>& missing) {
-    const char16_t code = position < text.size() ? text[position].unicode() : u' ';
-    return code >= u'0' && code <= u'9' ? missing.at(code - u'0') / 2 : 0;
+    return isDigit(text, position) ? missing.at(text[position].unicode() - u'0') / 2 : 0;
+}
+
+/// Whether the character can be shaped apart from its neighbours. A letter or a mark can't.
+bool standsAlone(const QString& text, qsizetype position) {
+    const QChar character = text[position];
+    return isDigit(text, position) || character.isPunct() || character.isSymbol() ||
+           character.isSpace();
 }
 
 } // namespace
@@ -41,8 +51,16 @@ QList<QTextLayout::FormatRange> monospacedDigits(const QString& text, const QFon
     const auto missing = narrowness(font);
     QList<QTextLayout::FormatRange> ranges;
     for (qsizetype i = 0; i < text.size(); ++i) {
-        const double space = margin(text, i, missing) + margin(text, i + 1, missing);
-        if (space > 0) {
+        if (!standsAlone(text, i)) {
+            continue;
+        }
+        // Space can only be put after a character.
+        double space = margin(text, i, missing) + margin(text, i + 1, missing);
+        if (i > 0 && !standsAlone(text, i - 1)) {
+            space += margin(text, i, missing);
+        }
+        // A digit has a range also without space: kerning would bring it nearer to the next one.
+        if (space > 0 || isDigit(text, i)) {
             QTextCharFormat format;
             format.setFontLetterSpacingType(QFont::AbsoluteSpacing);
             format.setFontLetterSpacing(space);

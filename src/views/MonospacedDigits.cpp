@@ -23,8 +23,16 @@ void MonospacedDigits::setFont(const QFont& font) {
     }
 }
 
+double MonospacedDigits::indent(const QString& text, const QFont& font) {
+    return monospacedIndent(text, font);
+}
+
 void MonospacedDigits::highlightBlock(const QString& text) {
-    for (const QTextLayout::FormatRange& range : monospacedDigits(text, m_font)) {
+    for (QTextLayout::FormatRange& range : monospacedDigits(text, m_font)) {
+        if (range.start == 0 && !m_isIndented) {
+            range.format.setFontLetterSpacing(range.format.fontLetterSpacing() +
+                                              monospacedIndent(text, m_font));
+        }
         setFormat(range.start, range.length, range.format);
     }
 }

@@ -2,6 +2,8 @@
 
 #include "theme/SymbolImage.h"
 
+#include <QSGImageNode>
+
 #include <algorithm>
 #include <cmath>
 
@@ -48,6 +50,15 @@ PlacedImage Symbol::drawn(double devicePixelRatio) const {
     return {
         symbolImage(m_name, pixels, m_color),
         {placed(width()), placed(height()), pixels / devicePixelRatio, pixels / devicePixelRatio}};
+}
+
+QSGNode* Symbol::updatePaintNode(QSGNode* node, UpdatePaintNodeData* data) {
+    QSGNode* const painted = DrawnItem::updatePaintNode(node, data);
+    if (painted != nullptr) {
+        // Buttons grow and shrink with their symbols.
+        static_cast<QSGImageNode*>(painted)->setFiltering(QSGTexture::Linear);
+    }
+    return painted;
 }
 
 } // namespace quorvin

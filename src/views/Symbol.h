@@ -36,6 +36,7 @@ Q_SIGNALS:
 
 protected:
     [[nodiscard]] PlacedImage drawn(double devicePixelRatio) const override;
+    QSGNode* updatePaintNode(QSGNode* node, UpdatePaintNodeData* data) override;
 
 private:
     QString m_name;

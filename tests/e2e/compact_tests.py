@@ -1,6 +1,9 @@
 """The panel that floats over the terminals and never takes the keyboard from them."""
 
 import json
+import os
+import pathlib
+import re
 import subprocess
 
 from desktop import AgentTerminal, speaking_engine, wait_until, word_errors
@@ -9,6 +12,8 @@ from program_test import SENTENCE, ProgramTest
 TOGGLE = "ctrl+grave"
 STOP = "alt+space"
 SEND = "super+Right"
+# Control+Backtick, Option+Space and Command+Right as xterm writes them.
+TYPED_BY_HOT_KEYS = re.compile("\x00|\xa0|\x1b\\[C")
 RECORDING_STARTED = "Recording started successfully"
 
 
@@ -80,23 +85,24 @@ class CompactTests(ProgramTest):
         self.press(STOP)
         self.terminal.wait_for_submission()
 
-        [text] = self.terminal.submitted
+        [text] = self.told()
         self.assertLessEqual(word_errors(SENTENCE, text), 1, text)
         self.assert_terminal_has_the_focus()
         self.assert_nothing_left_behind()
 
     def test_the_text_goes_where_the_take_began_when_the_focus_has_moved_on(self):
         program = self.start_in_compact_mode()
-        other = self.desktop.display.open_window("+640+400")
-
+        other = self.enterContext(AgentTerminal(self.desktop, self.home, agent="opencode",
+                                                place="+640+400"))
         self.focus_terminal()
         self.record(program)
         self.say(SENTENCE)
-        self.desktop.display.focus(other)
+        self.desktop.display.focus(other.window)
         self.press(STOP)
         self.terminal.wait_for_submission()
 
-        [text] = self.terminal.submitted
+        [text] = self.told()
+        self.assertEqual(other.submitted, [])
         self.assertLessEqual(word_errors(SENTENCE, text), 1, text)
 
     def test_escape_drops_the_take_and_still_reaches_the_terminal(self):
@@ -111,12 +117,19 @@ class CompactTests(ProgramTest):
         self.assertEqual(self.terminal.submitted, [])
         self.assert_terminal_has_the_focus()
 
+    def told(self):
+        """The texts that the agent was told, without what the hot keys have typed before them.
+
+        Nobody takes these keys away from the terminal.
+        """
+        return [TYPED_BY_HOT_KEYS.sub("", text) for text in self.terminal.submitted]
+
     def send(self):
         """Sends the draft by its key and returns everything that the agent was told."""
         before = len(self.terminal.submitted)
         self.press(SEND)
         wait_until(lambda: len(self.terminal.submitted) > before, "the delivery")
-        return self.terminal.submitted
+        return self.told()
 
     def test_the_draft_is_sent_by_its_key(self):
         self.start_in_compact_mode("a draft from before")
@@ -142,6 +155,36 @@ class CompactTests(ProgramTest):
         program.click_control("Previous phrase")
 
         self.assertEqual(self.send(), ["an earlier take", "an earlier take"])
+
+    def drop(self, program, path):
+        """Drags a file from another program onto the strip."""
+        source = self.desktop.display.open_program(os.environ["QUORVIN_DRAG_SOURCE"],
+                                                   pathlib.Path(path).as_uri())
+        x, y, width, height = self.desktop.display.geometry(source)
+        left, top, *_ = self.panel(program)
+        self.desktop.display.drag((x + width // 2, y + height // 2), (left + 180, top + 24))
+        program.wait_for_control("Remove " + os.path.basename(path))
+        self.focus_terminal()
+
+    def test_a_dropped_image_is_attached_and_sent_with_the_draft(self):
+        program = self.start_in_compact_mode("see here")
+        image = self.home.write_temporary("shot.png")
+
+        self.drop(program, image)
+
+        [text] = self.send()
+        self.assertIn("see here", text)
+        self.assertIn(image, text)
+
+    def test_a_click_on_its_dot_removes_an_image_and_records_nothing(self):
+        program = self.start_in_compact_mode("see here")
+        self.drop(program, self.home.write_temporary("shot.png"))
+
+        self.click(program, 345, 35)
+        program.wait_until_gone("Remove shot.png")
+
+        self.assertNotIn(RECORDING_STARTED, program.log)
+        self.assertEqual(self.send(), ["see here"])
 
     def test_the_panel_comes_back_where_it_was_dragged(self):
         program = self.start_in_compact_mode()

@@ -12,9 +12,13 @@ TextEdit {
     textFormat: TextEdit.PlainText
     font: Typeface.font(13)
     Accessible.role: Accessible.StaticText
+    leftPadding: digits.indent(text, font)
     Accessible.name: text
 
     MonospacedDigits {
+        id: digits
+
+        isIndented: true
         document: label.textDocument
         font: label.font
     }

@@ -63,7 +63,7 @@ class VirtualDisplay:
         return path
 
     def _start(self, *command, pass_fds=()):
-        log_path = os.path.join(self._directory, command[0] + ".log")
+        log_path = os.path.join(self._directory, os.path.basename(command[0]) + ".log")
         child = Child(command, self._environment, log_path, pass_fds)
         self._children.append(child)
         return child
@@ -93,6 +93,12 @@ class VirtualDisplay:
         moves = [word for x, y in steps[1:] for word in ("mousemove", "--sync", str(x), str(y))]
         self._xdotool("mousemove", str(start[0]), str(start[1]), "mousedown", "1", *moves,
                       "mouseup", "1")
+
+    def open_program(self, *command):
+        """Starts a program that has one window and returns its number."""
+        child = self._start(*command)
+        [window] = child.wait_until(lambda: self.windows_of(child.pid), "a window")
+        return window
 
     def geometry(self, window):
         """Left edge, top edge, width and height on the screen."""

@@ -1,7 +1,9 @@
 #include "theme/GeistFont.h"
 #include "theme/MonospacedDigits.h"
 
+#include <QGlyphRun>
 #include <QGuiApplication>
+#include <QRawFont>
 #include <QTextLine>
 
 #include <gtest/gtest.h>
@@ -28,12 +30,18 @@ protected:
     }
     double width(const QString& text) {
         lay(text);
-        return m_line.horizontalAdvance();
+        return indent(text) + m_line.horizontalAdvance();
     }
-    /// Where the caret stands before the character.
-    double place(const QString& text, int position) {
+    /// Where the middle of the character's glyph is.
+    double middle(const QString& text, int position) {
         lay(text);
-        return m_line.cursorToX(position);
+        const QRawFont font = m_line.glyphRuns(position, 1).first().rawFont();
+        const auto advance = font.advancesForGlyphIndexes(
+            font.glyphIndexesForString(text.mid(position, 1)), QRawFont::UseDesignMetrics);
+        return indent(text) + m_line.cursorToX(position) + advance.first().x() / 2;
+    }
+    static double indent(const QString& text) {
+        return monospacedIndent(text, GeistFont::font(11, GetParam()));
     }
 
     QTextLayout m_layout;
@@ -54,17 +62,26 @@ TEST_P(MonospacedDigits, AllNumbersOfALengthAreEquallyWide) {
     EXPECT_NEAR(width(u"1"_s), width(u"4"_s), tolerance);
 }
 
-TEST_P(MonospacedDigits, NothingMovesWhileTheNumberCounts) {
-    const double minutes = place(u"08:49"_s, 3);
-    EXPECT_NEAR(place(u"11:11"_s, 3), minutes, tolerance);
-    EXPECT_NEAR(place(u"17:71"_s, 3), minutes, tolerance);
+TEST_P(MonospacedDigits, EachDigitKeepsItsMiddleWhileTheNumberCounts) {
+    for (const int position : {0, 1, 3, 4}) {
+        const double place = middle(u"08:49"_s, position);
+        EXPECT_NEAR(middle(u"11:11"_s, position), place, tolerance) << position;
+        EXPECT_NEAR(middle(u"17:71"_s, position), place, tolerance) << position;
+    }
+}
+
+TEST_P(MonospacedDigits, ALetterBeforeANumberIsLeftAlone) {
+    EXPECT_NEAR(width(u"v1.1"_s), width(u"v4.0"_s), tolerance);
+    for (const QTextLayout::FormatRange& range : monospacedDigits(u"é1"_s, GeistFont::font(11))) {
+        EXPECT_EQ(range.start, 1);
+    }
 }
 
 TEST_P(MonospacedDigits, OtherTextStaysAsItIs) {
     lay(u"READY"_s, false);
     const double plain = m_line.horizontalAdvance();
     EXPECT_EQ(width(u"READY"_s), plain);
-    EXPECT_TRUE(monospacedDigits(u"READY ٣"_s, GeistFont::font(11)).isEmpty());
+    EXPECT_TRUE(monospacedDigits(u"READY٣"_s, GeistFont::font(11)).isEmpty());
 }
 
 INSTANTIATE_TEST_SUITE_P(Weights, MonospacedDigits,

@@ -51,7 +51,6 @@ TEST_P(CompactPanelFocus, NeverComesToThePanel) {
     drag(background(), background() + QPoint(-100, -200));
     EXPECT_TRUE(
         desktop.waitUntil([&] { return panel->position() == before + QPoint(-100, -200); }));
-    EXPECT_EQ(panel->position(), before + QPoint(-100, -200));
     EXPECT_EQ(watch.losses(), 0) << "dragged";
 
     app().switchToCompactMode();
