@@ -8,12 +8,15 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QLoggingCategory>
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace quorvin {
 
 namespace {
+
+Q_LOGGING_CATEGORY(appStateLog, "com.quorvin.AppState", QtInfoMsg)
 
 constexpr auto accessibilityPollPeriod = std::chrono::seconds(30);
 constexpr double revocationFeedback = 5.0; // seconds
@@ -136,6 +139,7 @@ void AppState::openHistory() {
     } catch (const HistoryError& error) {
         log(ActivityType::error,
             u"History service failed: %1"_s.arg(QString::fromUtf8(error.what())));
+        qCCritical(appStateLog, "No history: %s", error.what());
         return;
     }
     log(ActivityType::success, u"History service initialized"_s);

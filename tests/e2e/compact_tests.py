@@ -23,7 +23,7 @@ class CompactTests(ProgramTest):
         # A plain text arrives as it is spoken.
         self.home.write_settings(json.dumps({"onboardingComplete": True, "agentsIncluded": False}))
 
-    def start_in_compact_mode(self, draft=""):
+    def start_in_compact_mode(self, draft="", toggle=TOGGLE):
         """The terminal has the keyboard, and the hot key is pressed in it."""
         self.terminal = self.enterContext(AgentTerminal(self.desktop, self.home))
         program = self.start_ready_program()
@@ -31,7 +31,7 @@ class CompactTests(ProgramTest):
         if draft:
             program.paste_draft(draft)
         self.focus_terminal()
-        self.press(TOGGLE)
+        self.press(toggle)
         program.wait_until(lambda: self.panel(program), "the panel")
         program.wait_until(
             lambda: self.main_window not in self.desktop.display.windows_of(program.pid),
@@ -211,18 +211,20 @@ class CompactTests(ProgramTest):
         self.assert_terminal_has_the_focus()
 
     def test_the_toggle_works_with_another_layout_and_with_locks(self):
-        program = self.start_in_compact_mode()
-        self.leave_compact_mode(program)
-        self.addCleanup(subprocess.run, ["setxkbmap", "us"], env=self.desktop.environment,
-                        check=True)
-        subprocess.run(["setxkbmap", "de"], env=self.desktop.environment, check=True)
-        self.press("Num_Lock")
-        self.addCleanup(self.press, "Num_Lock")
-        self.focus_terminal()
+        def set_layout(name):
+            subprocess.run(["setxkbmap", name], env=self.desktop.environment, check=True)
 
-        self.press("ctrl+49")  # the key left of 1
+        set_layout("de")
+        self.addCleanup(set_layout, "us")
+        for lock in ("Num_Lock", "Caps_Lock"):
+            self.press(lock)
+            self.addCleanup(self.press, lock)
 
-        program.wait_until(lambda: self.panel(program), "the panel")
+        program = self.start_in_compact_mode(toggle="ctrl+49")  # the key left of 1
+
+        self.record(program)
+        self.press("Escape")
+        program.wait_for_log("Keep-warm started", 2)
 
     def test_the_toggle_with_a_further_modifier_does_nothing_elsewhere(self):
         program = self.start_in_compact_mode()

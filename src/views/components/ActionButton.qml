@@ -11,6 +11,7 @@ Button {
     focusPolicy: Qt.StrongFocus
     font.pixelSize: 14
     Accessible.name: text
+    Accessible.onPressAction: click()
 
     background: Rectangle {
         radius: Look.radius

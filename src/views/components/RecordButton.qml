@@ -19,6 +19,7 @@ AbstractButton {
     focusPolicy: Qt.StrongFocus
     text: recording ? qsTr("Stop") : qsTr("Record")
     Accessible.name: text
+    Accessible.onPressAction: click()
 
     background: Item {
         Rectangle {

@@ -9,6 +9,9 @@ from .processes import Child, wait_until
 
 WINDOW_MANAGER_SETTINGS = """
 <openbox_config xmlns="http://openbox.org/3.4/rc">
+  <keyboard>
+    <keybind key="A-F4"><action name="Close"/></keybind>
+  </keyboard>
   <mouse>
     <context name="Client">
       <mousebind button="Left" action="Press"><action name="Focus"/><action name="Raise"/></mousebind>
@@ -56,7 +59,7 @@ class VirtualDisplay:
             child.stop()
 
     def _window_manager_settings(self):
-        """Without keys of its own: a window menu on Alt+Space would take that key from everyone."""
+        """With no key but the one that closes windows: a menu on Alt+Space would take that key."""
         path = os.path.join(self._directory, "openbox.xml")
         with open(path, "w", encoding="utf-8") as settings:
             settings.write(WINDOW_MANAGER_SETTINGS)
@@ -87,12 +90,16 @@ class VirtualDisplay:
                       "click", "--window", self.focused_window(), "1")
 
     def drag(self, start, end):
-        """Moves the mouse from one point of the screen to another with the left button down."""
+        """Moves the mouse from one point of the screen to another with the left button down.
+
+        At a hand's pace: the two programs have to talk about each step.
+        """
         steps = [(start[0] + (end[0] - start[0]) * i // 10, start[1] + (end[1] - start[1]) * i // 10)
                  for i in range(11)]
-        moves = [word for x, y in steps[1:] for word in ("mousemove", "--sync", str(x), str(y))]
-        self._xdotool("mousemove", str(start[0]), str(start[1]), "mousedown", "1", *moves,
-                      "mouseup", "1")
+        moves = [word for x, y in steps[1:]
+                 for word in ("mousemove", "--sync", str(x), str(y), "sleep", "0.05")]
+        self._xdotool("mousemove", str(start[0]), str(start[1]), "mousedown", "1", "sleep", "0.2",
+                      *moves, "sleep", "0.3", "mouseup", "1")
 
     def open_program(self, *command):
         """Starts a program that has one window and returns its number."""

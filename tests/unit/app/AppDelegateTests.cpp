@@ -1,7 +1,6 @@
 #include "app/AppDelegate.h"
 #include "app/SettingsWindowController.h"
 #include "app/StatusBarController.h"
-
 #include "unit/models/AppStateFixture.h"
 
 using namespace quorvin;

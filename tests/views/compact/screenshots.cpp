@@ -48,8 +48,7 @@ public:
 
     void shoot(const QString& path, const QString& themeName,
                const std::function<void(Scene&)>& arrange) {
-        audioHost.deviceList = {
-            {.number = 7, .name = "MacBook Pro Microphone", .inputChannelCount = 1}};
+        audioHost.deviceList = {{.number = 7, .name = "Desk Microphone", .inputChannelCount = 1}};
         defaults.setString(u"selectedDevice"_s, u"7"_s);
         defaults.setString(u"selectedTheme"_s, themeName);
         theme.setTheme(themeName);

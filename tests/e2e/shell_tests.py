@@ -1,0 +1,61 @@
+"""What the desktop sees of the program: its windows, and that it goes on without them."""
+
+import json
+
+from program_test import ProgramTest
+
+
+class ShellTests(ProgramTest):
+    def windows(self, program):
+        return self.desktop.display.windows_of(program.pid)
+
+    def test_closing_the_window_leaves_the_program_and_its_hot_keys(self):
+        program = self.start_ready_program()
+        window = program.wait_for_window()
+        program.press("alt+F4")
+        program.wait_until(lambda: not self.windows(program), "the end of the window")
+
+        self.desktop.display.press("ctrl+grave")
+        [panel] = program.wait_until(lambda: self.windows(program), "the panel")
+
+        self.assertNotEqual(panel, window)
+
+    def test_a_closed_window_comes_back_with_a_second_start(self):
+        program = self.start_ready_program()
+        program.press("alt+F4")
+        program.wait_until(lambda: not self.windows(program), "the end of the window")
+
+        self.assertEqual(self.start_program(log="second.log").wait_for_end(), 0)
+
+        [window] = program.wait_until(lambda: self.windows(program), "the window again")
+        program.wait_until(lambda: self.desktop.display.focused_window() == window, "its focus")
+
+    def test_a_theme_is_chosen_in_the_settings_and_kept(self):
+        program = self.start_ready_program()
+        main_window = program.wait_for_window()
+        program.press("ctrl+comma")
+        program.wait_until(lambda: len(self.windows(program)) == 2, "the settings")
+        [settings] = set(self.windows(program)) - {main_window}
+        self.assertGreaterEqual(self.desktop.display.geometry(settings)[2:], (780, 560))
+
+        program.click_control("forest")
+
+        program.wait_until(lambda: self.stored().get("selectedTheme") == "forest", "the choice")
+
+    def test_the_settings_open_once(self):
+        program = self.start_ready_program()
+        main_window = program.wait_for_window()
+        program.press("ctrl+comma")
+        program.wait_until(lambda: len(self.windows(program)) == 2, "the settings")
+        [settings] = set(self.windows(program)) - {main_window}
+
+        self.desktop.display.focus(main_window)
+        self.desktop.display.press("ctrl+comma")
+
+        program.wait_until(lambda: self.desktop.display.focused_window() == settings,
+                           "the settings in front")
+        self.assertEqual(len(self.windows(program)), 2)
+
+    def stored(self):
+        with open(self.home.settings_path, encoding="utf-8") as settings:
+            return json.load(settings)
