@@ -98,8 +98,7 @@ void SettingsWindowController::storeSize() {
 void SettingsWindowController::bringToFront() {
     m_window->show();
     m_window->raise();
-    m_window->requestActivate();
-    m_windowSystem.activateIgnoringOtherApps();
+    m_window->requestActivate(); // and with it the program
 }
 
 } // namespace quorvin
