@@ -7,7 +7,6 @@
 
 #include <chrono>
 #include <cstdio>
-#include <thread>
 
 using namespace quorvin;
 using namespace std::chrono_literals;
@@ -18,9 +17,5 @@ int main(int argc, char** argv) {
     bench::RunningProgram program(desktop);
     program.waitFor("Keep-warm started");
     desktop.press(QStringLiteral("ctrl+grave"));
-    std::this_thread::sleep_for(5s); // until the start is over
-    constexpr std::chrono::duration<double> span = 30s;
-    const auto before = program.processorTime();
-    std::this_thread::sleep_for(span);
-    std::printf("idle_cpu_compact %.3g %%\n", (program.processorTime() - before) / span * 100);
+    std::printf("idle_cpu_compact %.3g %%\n", program.coreShare(5s, 30s));
 }

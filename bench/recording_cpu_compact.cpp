@@ -21,9 +21,5 @@ int main(int argc, char** argv) {
     std::this_thread::sleep_for(2s);
     desktop.clickPanel();
     program.waitFor("Recording started successfully");
-    std::this_thread::sleep_for(2s);
-    constexpr std::chrono::duration<double> span = 20s;
-    const auto before = program.processorTime();
-    std::this_thread::sleep_for(span);
-    std::printf("recording_cpu_compact %.3g %%\n", (program.processorTime() - before) / span * 100);
+    std::printf("recording_cpu_compact %.3g %%\n", program.coreShare(2s, 20s));
 }

@@ -4,6 +4,7 @@
 #include <QFile>
 
 #include <cstdlib>
+#include <thread>
 
 #include <unistd.h>
 #include <xcb/xcb.h>
@@ -125,6 +126,13 @@ RunningProgram::RunningProgram(const Desktop& desktop) {
 RunningProgram::~RunningProgram() {
     m_process.terminate();
     m_process.waitForFinished(patience);
+}
+
+double RunningProgram::coreShare(std::chrono::seconds settling, std::chrono::seconds span) const {
+    std::this_thread::sleep_for(settling);
+    const auto before = processorTime();
+    std::this_thread::sleep_for(span);
+    return (processorTime() - before) / std::chrono::duration<double>(span) * 100;
 }
 
 std::chrono::duration<double> RunningProgram::processorTime() const {

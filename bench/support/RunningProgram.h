@@ -47,12 +47,15 @@ public:
     [[nodiscard]] std::chrono::duration<double, std::milli> timeToFirstFrame() const {
         return m_timeToFirstFrame;
     }
-    /// Processor time of all its threads so far.
-    [[nodiscard]] std::chrono::duration<double> processorTime() const;
+    /// What it takes of one core over a time that begins after `settling`, in percent.
+    [[nodiscard]] double coreShare(std::chrono::seconds settling, std::chrono::seconds span) const;
     /// Waits until the error stream says `text`.
     void waitFor(const QByteArray& text);
 
 private:
+    /// Processor time of all its threads so far.
+    [[nodiscard]] std::chrono::duration<double> processorTime() const;
+
     QProcess m_process;
     QByteArray m_log;
     std::chrono::duration<double, std::milli> m_timeToFirstFrame{};

@@ -2,6 +2,7 @@
 
 import json
 
+from desktop import StatusNotifierWatcher
 from program_test import ProgramTest
 
 
@@ -55,6 +56,36 @@ class ShellTests(ProgramTest):
         program.wait_until(lambda: self.desktop.display.focused_window() == settings,
                            "the settings in front")
         self.assertEqual(len(self.windows(program)), 2)
+
+    def start_with_status_item(self):
+        tray = self.enterContext(StatusNotifierWatcher(self.desktop.bus.address))
+        program = self.start_ready_program()
+        program.wait_until(lambda: tray.item, "the status item")
+        return program, tray
+
+    def test_the_status_item_has_its_menu(self):
+        program, tray = self.start_with_status_item()
+        main_window = program.wait_for_window()
+        self.assertEqual(list(tray.menu()),
+                         ["Show Quorvin", "Settings…", "Compact Mode", "Quit Quorvin"])
+
+        tray.choose("Compact Mode")
+        program.wait_until(lambda: self.windows(program) not in ([], [main_window]), "the panel")
+        tray.choose("Show Quorvin")
+        program.wait_until(lambda: self.windows(program) == [main_window], "the main window")
+        tray.choose("Settings…")
+        program.wait_until(lambda: len(self.windows(program)) == 2, "the settings")
+        tray.choose("Quit Quorvin")
+        self.assertEqual(program.wait_for_end(), 0)
+
+    def test_the_status_icon_tells_of_a_take(self):
+        program, tray = self.start_with_status_item()
+        idle = tray.icon()
+
+        program.record()
+        program.wait_until(lambda: tray.icon() != idle, "another icon")
+        program.press("Escape")
+        program.wait_until(lambda: tray.icon() == idle, "the icon of rest")
 
     def stored(self):
         with open(self.home.settings_path, encoding="utf-8") as settings:

@@ -6,7 +6,8 @@ from .home import Home
 from .processes import wait_until
 from .program import Program
 from .terminal import AgentTerminal
+from .tray import StatusNotifierWatcher
 from .words import word_errors
 
-__all__ = ["AgentTerminal", "Desktop", "Home", "Program", "failing_engine", "pocketsphinx_engine",
-           "speaking_engine", "wait_until", "waiting_engine", "word_errors"]
+__all__ = ["AgentTerminal", "Desktop", "Home", "Program", "StatusNotifierWatcher", "failing_engine",
+           "pocketsphinx_engine", "speaking_engine", "wait_until", "waiting_engine", "word_errors"]

@@ -79,7 +79,7 @@ XInputKeyMonitor::XInputKeyMonitor(XcbConnection& connection) : m_connection(con
     } else {
         qCWarning(keyMonitorLog, "No XInput 2: hot keys work in this program's windows only");
     }
-    qGuiApp->installEventFilter(this);
+    QCoreApplication::instance()->installEventFilter(this);
 }
 
 KeyMonitor::Subscription
