@@ -88,3 +88,15 @@ TEST_F(SoundFileTest, AFileCutAnywhereIsAShorterSoundOrNone) {
         }
     }
 }
+
+TEST_F(SoundFileTest, TheSoundsOfTheProgramAreShortAndNotLoud) {
+    for (const char* name : {"ui-sound", "ui-pop", "vinyl-stop"}) {
+        const auto clip =
+            readSoundFile(QStringLiteral(QUORVIN_SOUNDS "/%1.mp3").arg(QLatin1String(name)));
+        ASSERT_TRUE(clip.has_value()) << name;
+        const auto frames = static_cast<double>(clip->samples.size()) / 2 / clip->channelCount;
+        EXPECT_LT(frames / clip->sampleRate, 0.6) << name;
+        EXPECT_LT(peak(*clip), 32767 * 0.8) << name;
+        EXPECT_GT(peak(*clip), 32767 * 0.3) << name;
+    }
+}
