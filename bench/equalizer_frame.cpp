@@ -1,4 +1,4 @@
-#include "views/CompactWaveformRaster.h"
+#include "views/compact/CompactWaveformRaster.h"
 
 #include <cmath>
 

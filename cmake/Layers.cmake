@@ -15,15 +15,21 @@ function(quorvin_library name)
     target_link_libraries(${name} PUBLIC ${arg_USES} PRIVATE ${arg_NEEDS})
 endfunction()
 
-# Makes the directory of links for the headers of the current folder and returns its path.
+# quorvin_export_headers(RESULT [SUBFOLDER...])
+#
+# Makes the directory of links for the headers of the current folder, and of those below it that
+# belong to the same target, and returns its path.
 function(quorvin_export_headers result)
     file(RELATIVE_PATH folder "${CMAKE_SOURCE_DIR}/src" "${CMAKE_CURRENT_SOURCE_DIR}")
     string(REPLACE "/" "-" flat "${folder}")
     set(export_dir "${CMAKE_BINARY_DIR}/include/${flat}")
     file(REMOVE_RECURSE "${export_dir}")
     file(MAKE_DIRECTORY "${export_dir}/${folder}")
-    file(GLOB headers CONFIGURE_DEPENDS RELATIVE "${CMAKE_CURRENT_SOURCE_DIR}" *.h)
+    list(TRANSFORM ARGN APPEND "/*.h" OUTPUT_VARIABLE patterns)
+    file(GLOB headers CONFIGURE_DEPENDS RELATIVE "${CMAKE_CURRENT_SOURCE_DIR}" *.h ${patterns})
     foreach(header IN LISTS headers)
+        get_filename_component(subfolder "${header}" DIRECTORY)
+        file(MAKE_DIRECTORY "${export_dir}/${folder}/${subfolder}")
         file(CREATE_LINK "${CMAKE_CURRENT_SOURCE_DIR}/${header}" "${export_dir}/${folder}/${header}"
              SYMBOLIC)
     endforeach()

@@ -1,7 +1,7 @@
 #include "app/QuorvinApp.h"
 
 #include "platform/Scheduler.h"
-#include "views/QuickCompactPanel.h"
+#include "views/compact/QuickCompactPanel.h"
 #include "views/ViewTypes.h"
 
 #include <QCoreApplication>

@@ -62,7 +62,7 @@ ThemedWindow {
                   ? qsTr("Recording  %1 s").arg(window.appState.recordingDuration.toFixed(1))
                   : window.appState.isTranscribing ? qsTr("Transcribing…")
                   : window.appState.modelLoaded ? qsTr("Ready") : qsTr("Loading the speech engine…")
-            color: Look.secondaryText
+            color: Look.textSecondary
             font.pixelSize: 14
             Accessible.role: Accessible.StaticText
             Accessible.name: text
@@ -76,7 +76,7 @@ ThemedWindow {
             Accessible.name: qsTr("Input level")
             Accessible.description: Math.round(meter.value * 100) + " %"
             background: Rectangle {
-                color: Look.surface
+                color: Look.bgSurface
                 radius: 3
             }
             contentItem: Item {
@@ -132,7 +132,7 @@ ThemedWindow {
             text: window.appState.errorMessage
             textFormat: Text.PlainText
             wrapMode: Text.Wrap
-            color: Look.text
+            color: Look.textPrimary
             font.pixelSize: 14
             Accessible.name: text
             Accessible.role: Accessible.AlertMessage

@@ -24,12 +24,12 @@ ThemedWindow {
         Text {
             text: "Appearance"
             font: Typeface.font(20, Font.DemiBold)
-            color: Look.text
+            color: Look.textPrimary
         }
         Text {
             text: qsTr("The colours of all windows")
             font: Typeface.font(12)
-            color: Look.secondaryText
+            color: Look.textSecondary
         }
         GridView {
             id: themes

@@ -16,14 +16,14 @@ Button {
     background: Rectangle {
         radius: Look.radius
         color: button.down ? Look.border
-                           : button.enabled && button.hovered ? Qt.lighter(Look.surface, 1.3)
-                                                              : Look.surface
+                           : button.enabled && button.hovered ? Qt.lighter(Look.bgSurface, 1.3)
+                                                              : Look.bgSurface
         border.color: button.visualFocus ? Look.accent : Look.border
     }
     contentItem: Text {
         text: button.text
         font: button.font
-        color: Look.text
+        color: Look.textPrimary
         opacity: button.enabled ? 1 : 0.4
         elide: Text.ElideMiddle
         horizontalAlignment: Text.AlignHCenter

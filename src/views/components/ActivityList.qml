@@ -38,7 +38,7 @@ ListView {
         Text {
             width: Math.ceil(widestTime.advanceWidth)
             text: line.entry.time
-            color: Look.secondaryText
+            color: Look.textSecondary
             font.pixelSize: 12
         }
         Text {

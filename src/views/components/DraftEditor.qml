@@ -10,7 +10,7 @@ ScrollView {
     signal edited(string text)
 
     background: Rectangle {
-        color: Look.surface
+        color: Look.bgSurface
         radius: Look.radius
         border.color: area.activeFocus ? Look.accent : Look.border
     }
@@ -19,11 +19,11 @@ ScrollView {
         id: area
 
         text: editor.draft
-        color: Look.text
+        color: Look.textPrimary
         placeholderText: qsTr("Press record and speak.")
-        placeholderTextColor: Look.secondaryText
+        placeholderTextColor: Look.textSecondary
         selectionColor: Look.accent
-        selectedTextColor: Look.background
+        selectedTextColor: Look.bgBase
         wrapMode: TextArea.Wrap
         textFormat: TextArea.PlainText
         selectByMouse: true

@@ -74,7 +74,7 @@ AbstractButton {
             anchors.centerIn: parent
             name: button.systemName
             size: 14
-            color: button.tinted(Look.secondaryText, Look.accent)
+            color: button.tinted(Look.textSecondary, Look.accent)
         }
         Rectangle {
             anchors.fill: parent

@@ -36,7 +36,7 @@ AbstractButton {
             radius: 38
             color: button.down ? Qt.darker(button.tint, 1.25) : button.tint
             border.width: button.visualFocus ? 3 : 0
-            border.color: Look.text
+            border.color: Look.textPrimary
         }
     }
     contentItem: Item {
@@ -45,7 +45,7 @@ AbstractButton {
             width: 26
             height: 26
             radius: button.recording ? 5 : 13
-            color: Look.background
+            color: Look.bgBase
         }
     }
 }

@@ -12,7 +12,7 @@ Sheet {
 
     Text {
         text: qsTr("Send to which %1 session?").arg(picker.agentName)
-        color: Look.text
+        color: Look.textPrimary
         font.pixelSize: 15
     }
     Repeater {

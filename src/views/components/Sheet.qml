@@ -13,12 +13,12 @@ Popup {
     closePolicy: Popup.CloseOnEscape | Popup.CloseOnPressOutside
     padding: 20
     background: Rectangle {
-        color: Look.surface
+        color: Look.bgSurface
         radius: Look.radius
         border.color: Look.border
     }
     Overlay.modal: Rectangle {
-        color: Qt.alpha(Look.background, 0.7)
+        color: Qt.alpha(Look.bgBase, 0.7)
     }
     contentItem: ColumnLayout {
         id: column

@@ -9,7 +9,7 @@ ApplicationWindow {
 
     readonly property bool isLight: ThemeManager.current.usesLightAppearance
 
-    color: Look.background
+    color: Look.bgBase
     palette {
         window: isLight ? "#ececec" : "#1e1e1e"
         windowText: isLight ? "#1d1d1f" : "#f2f2f2"
@@ -26,6 +26,6 @@ ApplicationWindow {
         toolTipBase: isLight ? "#f6f6f6" : "#2c2c2e"
         toolTipText: isLight ? "#1d1d1f" : "#f2f2f2"
         highlight: Look.accent
-        highlightedText: Look.background
+        highlightedText: Look.bgBase
     }
 }

@@ -1,6 +1,6 @@
 #include "views/panel/PanelOnScreen.h"
 
-#include "views/QuickCompactPanel.h"
+#include "views/compact/QuickCompactPanel.h"
 
 #include <QCoreApplication>
 #include <QGuiApplication>

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "models/CompactWindowController.h"
+
+class QQmlEngine;
+
+namespace quorvin {
+
+/// Makes panels whose content is `CompactView`. The engine, which knows the module of the views,
+/// has to outlive them: close the last one before it goes.
+[[nodiscard]] CompactPanelFactory quickCompactPanels(QQmlEngine& engine);
+
+} // namespace quorvin
