@@ -1,8 +1,0 @@
-import QtQuick
-import Quorvin
-
-CompactIconButton {
-    systemName: "paperclip"
-    tint: "#ec4899"
-    tooltip: qsTr("Attach image (or drag & drop)")
-}
