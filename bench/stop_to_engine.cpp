@@ -16,6 +16,8 @@
 #include "support/fakes/FakeSoundPlayers.h"
 #include "support/fakes/FakeStatusItem.h"
 #include "support/fakes/FakeTerminalAutomation.h"
+#include "support/fakes/FakeTextSelections.h"
+#include "support/fakes/FakeUpdateInstaller.h"
 #include "support/fakes/FakeUserNotifications.h"
 #include "support/fakes/FakeWindowSystem.h"
 #include "support/fakes/FakeWorkspace.h"
@@ -89,9 +91,11 @@ private:
     FakeKeyMonitor m_keyMonitor;
     FakeStatusItem m_statusItem;
     FakePasteboard m_pasteboard;
+    FakeTextSelections m_textSelections{m_pasteboard};
     FakeKeyEvents m_keyEvents{m_scheduler};
     FakeTerminalAutomation m_terminalAutomation;
     FakeHttpClient m_network;
+    FakeUpdateInstaller m_updateInstaller;
     const Platform m_platform{m_scheduler,
                               *m_bundle,
                               m_defaults,
@@ -102,13 +106,16 @@ private:
                               m_notifications,
                               m_soundPlayers,
                               m_pasteboard,
+                              m_textSelections,
                               m_keyEvents,
                               m_keyMonitor,
                               m_statusItem,
                               m_terminalAutomation,
                               m_network,
+                              m_updateInstaller,
                               [] { return std::make_unique<FakeProcessTable>(FakeProcesses{}); },
-                              [](const std::function<void()>& work) { work(); }};
+                              [](const std::function<void()>& work) { work(); },
+                              [] {}};
     PerformanceMetrics m_metrics{m_scheduler};
     NotificationService m_notificationService{m_notifications};
     SoundService m_soundService{m_soundPlayers, *m_bundle, m_defaults};

@@ -9,6 +9,15 @@ namespace quorvin {
 
 /// How far the download and installation of a newer build has come. Compared by value.
 struct UpdatePhase {
+    Q_GADGET
+    /// "idle", "downloading", "installing" or "failed".
+    Q_PROPERTY(QString kind READ kind CONSTANT)
+    /// 0 to 1 while downloading, otherwise 0.
+    Q_PROPERTY(double fraction READ fraction CONSTANT)
+    /// Empty unless failed.
+    Q_PROPERTY(QString message READ message CONSTANT)
+
+public:
     struct Idle {
         bool operator==(const Idle&) const = default;
     };
@@ -25,6 +34,12 @@ struct UpdatePhase {
     };
 
     std::variant<Idle, Downloading, Installing, Failed> value;
+
+    [[nodiscard]] QString kind() const;
+    [[nodiscard]] double fraction() const;
+    [[nodiscard]] QString message() const;
+    /// Downloading or installing: a second installation can't begin.
+    [[nodiscard]] bool isBusy() const;
 
     bool operator==(const UpdatePhase&) const = default;
 };

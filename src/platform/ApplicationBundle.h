@@ -16,6 +16,11 @@ public:
 
     /// "1.2.3"; absent when the bundle names none.
     [[nodiscard]] virtual std::optional<QString> version() const = 0;
+    /// Path of the directory that holds all that is installed with the program. Only one whose name
+    /// ends in ".app" holds nothing else.
+    [[nodiscard]] virtual QString bundlePath() const = 0;
+    /// Whether this user can make and rename files in that directory.
+    [[nodiscard]] virtual bool isWritable(const QString& directory) const = 0;
     /// Where the manifest of the newest build is kept, a fixed value of the build without a slash
     /// at its end: "https://host/path".
     [[nodiscard]] virtual QString updateEndpoint() const = 0;

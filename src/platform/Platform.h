@@ -17,6 +17,8 @@ class Scheduler;
 class SoundPlayers;
 class StatusItem;
 class TerminalAutomation;
+class TextSelections;
+class UpdateInstaller;
 class UserDefaults;
 class UserNotifications;
 class WindowSystem;
@@ -34,14 +36,18 @@ struct Platform {
     UserNotifications& userNotifications;
     SoundPlayers& soundPlayers;
     Pasteboard& pasteboard;
+    TextSelections& textSelections;
     KeyEvents& keyEvents;
     KeyMonitor& keyMonitor;
     StatusItem& statusItem;
     TerminalAutomation& terminalAutomation;
     HttpClient& httpClient;
+    UpdateInstaller& updateInstaller;
     ProcessTableFactory makeProcessTable;
     /// Runs `work` once on another thread.
     std::function<void(std::function<void()> work)> runInBackground;
+    /// Ends the program in order. Main thread only.
+    std::function<void()> terminate;
 };
 
 } // namespace quorvin

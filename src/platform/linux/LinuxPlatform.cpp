@@ -3,11 +3,13 @@
 #include "platform/linux/freedesktop/FreedesktopNotifications.h"
 #include "platform/linux/freedesktop/XdgApplicationBundle.h"
 #include "platform/linux/posix/PosixProcessRunner.h"
+#include "platform/linux/posix/PosixUpdateInstaller.h"
 #include "platform/linux/posix/TerminationSignals.h"
 #include "platform/linux/procfs/ProcfsProcessTable.h"
 #include "platform/linux/pulse/PulseAudioHost.h"
 #include "platform/linux/terminals/LinuxTerminalAutomation.h"
 #include "platform/linux/terminals/X11TerminalWindows.h"
+#include "platform/linux/x11/X11TextSelections.h"
 #include "platform/linux/x11/X11Windows.h"
 #include "platform/linux/x11/X11Workspace.h"
 #include "platform/linux/x11/XInputKeyMonitor.h"
@@ -41,6 +43,10 @@ std::unique_ptr<ProcessTable> makeProcessTable() {
     return std::make_unique<ProcfsProcessTable>();
 }
 
+void runInBackground(std::function<void()> work) {
+    QThreadPool::globalInstance()->start(std::move(work));
+}
+
 } // namespace
 
 struct LinuxPlatform::Parts {
@@ -50,11 +56,12 @@ struct LinuxPlatform::Parts {
                          ? QtHttpClient::Protocols::alsoPlainHttp
                          : QtHttpClient::Protocols::onlyHttps) {}
 
-    TerminationSignals terminationSignals{[] { QCoreApplication::quit(); }};
+    TerminationSignals terminationSignals{&QCoreApplication::quit};
     // The scheduler goes last: the others may still post to it while they end.
     QtScheduler scheduler;
     XdgApplicationBundle applicationBundle;
     QtHttpClient httpClient;
+    PosixUpdateInstaller updateInstaller;
     JsonUserDefaults userDefaults{settingsFilePath()};
     PulseAudioHost audioHost{scheduler};
     PosixProcessRunner processRunner{scheduler};
@@ -64,6 +71,7 @@ struct LinuxPlatform::Parts {
     FreedesktopNotifications userNotifications{QDBusConnection::sessionBus()};
     QtSoundPlayers soundPlayers;
     QtPasteboard pasteboard;
+    X11TextSelections textSelections{scheduler, display};
     XTestKeyEvents keyEvents{scheduler, display};
     XInputKeyMonitor keyMonitor{display};
     QtStatusItem statusItem;
@@ -85,13 +93,16 @@ struct LinuxPlatform::Parts {
         userNotifications,
         soundPlayers,
         pasteboard,
+        textSelections,
         keyEvents,
         keyMonitor,
         statusItem,
         terminalAutomation,
         httpClient,
+        updateInstaller,
         makeProcessTable,
-        [](std::function<void()> work) { QThreadPool::globalInstance()->start(std::move(work)); }};
+        runInBackground,
+        &QCoreApplication::quit};
 };
 
 void LinuxPlatform::Parts::reportWhatIsMissing() {

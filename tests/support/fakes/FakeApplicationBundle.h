@@ -2,6 +2,8 @@
 
 #include "platform/ApplicationBundle.h"
 
+#include <QStringList>
+
 #include <map>
 
 namespace quorvin::testing {
@@ -10,6 +12,10 @@ namespace quorvin::testing {
 class FakeApplicationBundle final : public ApplicationBundle {
 public:
     [[nodiscard]] std::optional<QString> version() const override { return installedVersion; }
+    [[nodiscard]] QString bundlePath() const override { return path; }
+    [[nodiscard]] bool isWritable(const QString& directory) const override {
+        return writableDirectories.contains(directory);
+    }
     [[nodiscard]] QString updateEndpoint() const override { return endpoint; }
 
     [[nodiscard]] std::optional<QString> resource(const QString& name,
@@ -27,6 +33,8 @@ public:
     [[nodiscard]] int processIdentifier() const override { return pid; }
 
     std::optional<QString> installedVersion = QStringLiteral("1.2.3");
+    QString path = QStringLiteral("/nowhere/Applications/Quorvin.app");
+    QStringList writableDirectories = {QStringLiteral("/nowhere/Applications")};
     QString endpoint = QStringLiteral("https://updates.test");
     /// Paths by file name.
     std::map<QString, QString> resources;

@@ -16,10 +16,19 @@ XdgApplicationBundle::XdgApplicationBundle(const QString& updateEndpoint)
 XdgApplicationBundle::XdgApplicationBundle(const QString& updateEndpoint,
                                            const QString& executableDirectory)
     : m_updateEndpoint(updateEndpoint)
-    , m_resourceDirectory(QDir::cleanPath(executableDirectory + u"/../share/quorvin"_s)) {}
+    , m_prefix(QDir::cleanPath(executableDirectory + u"/.."_s)) {}
 
 std::optional<QString> XdgApplicationBundle::version() const {
     return QStringLiteral(QUORVIN_VERSION);
+}
+
+QString XdgApplicationBundle::bundlePath() const {
+    return m_prefix;
+}
+
+bool XdgApplicationBundle::isWritable(const QString& directory) const {
+    const QFileInfo info(directory);
+    return info.isDir() && info.isWritable() && info.isExecutable();
 }
 
 QString XdgApplicationBundle::updateEndpoint() const {
@@ -28,7 +37,7 @@ QString XdgApplicationBundle::updateEndpoint() const {
 
 std::optional<QString> XdgApplicationBundle::resource(const QString& name,
                                                       const QString& extension) const {
-    const QString path = m_resourceDirectory + u'/' + name + u'.' + extension;
+    const QString path = m_prefix + u"/share/quorvin/"_s + name + u'.' + extension;
     return QFileInfo::exists(path) ? std::optional(path) : std::nullopt;
 }
 

@@ -13,6 +13,8 @@ public:
     XdgApplicationBundle(const QString& updateEndpoint, const QString& executableDirectory);
 
     [[nodiscard]] std::optional<QString> version() const override;
+    [[nodiscard]] QString bundlePath() const override;
+    [[nodiscard]] bool isWritable(const QString& directory) const override;
     [[nodiscard]] QString updateEndpoint() const override;
     [[nodiscard]] std::optional<QString> resource(const QString& name,
                                                   const QString& extension) const override;
@@ -24,7 +26,7 @@ public:
 
 private:
     QString m_updateEndpoint;
-    QString m_resourceDirectory;
+    QString m_prefix;
 };
 
 /// Where the settings are kept, whether or not the file exists.

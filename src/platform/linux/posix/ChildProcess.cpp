@@ -1,15 +1,14 @@
 #include "platform/linux/posix/ChildProcess.h"
 
+#include "platform/linux/posix/Spawn.h"
+
 #include <array>
 #include <cerrno>
 #include <csignal>
 #include <cstdint>
-#include <system_error>
-#include <vector>
 
 #include <fcntl.h>
 #include <poll.h>
-#include <spawn.h>
 #include <sys/eventfd.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -17,18 +16,6 @@
 namespace quorvin {
 
 namespace {
-
-constexpr int firstOwnDescriptor = STDERR_FILENO + 1;
-
-[[noreturn]] void throwLaunchError(int error) {
-    throw ProcessLaunchError(std::generic_category().message(error));
-}
-
-void check(int error) {
-    if (error != 0) {
-        throwLaunchError(error);
-    }
-}
 
 /// Owns what a system call has answered: a descriptor, or -1 for the error in errno.
 FileDescriptor opened(int descriptor) {
@@ -60,72 +47,6 @@ Pipe makePipe() {
     return {aboveStandard(std::move(readEnd)), aboveStandard(std::move(writeEnd))};
 }
 
-/// What a child does with its descriptors before its program begins.
-class FileActions {
-public:
-    FileActions(const FileDescriptor& output, const FileDescriptor& error) {
-        check(posix_spawn_file_actions_init(&m_actions));
-        check(posix_spawn_file_actions_addopen(&m_actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0));
-        check(posix_spawn_file_actions_adddup2(&m_actions, output.get(), STDOUT_FILENO));
-        check(posix_spawn_file_actions_adddup2(&m_actions, error.get(), STDERR_FILENO));
-        // Also those that a library has opened without O_CLOEXEC.
-        check(posix_spawn_file_actions_addclosefrom_np(&m_actions, firstOwnDescriptor));
-    }
-    ~FileActions() { posix_spawn_file_actions_destroy(&m_actions); }
-    FileActions(const FileActions&) = delete;
-    FileActions& operator=(const FileActions&) = delete;
-
-    [[nodiscard]] const posix_spawn_file_actions_t* get() const { return &m_actions; }
-
-private:
-    posix_spawn_file_actions_t m_actions{};
-};
-
-/// Signals as a fresh program expects them, whatever this one ignores or blocks.
-class DefaultSignals {
-public:
-    DefaultSignals() {
-        check(posix_spawnattr_init(&m_attributes));
-        sigset_t signals;
-        sigemptyset(&signals);
-        check(posix_spawnattr_setsigmask(&m_attributes, &signals));
-        sigfillset(&signals);
-        check(posix_spawnattr_setsigdefault(&m_attributes, &signals));
-        check(posix_spawnattr_setflags(&m_attributes,
-                                       POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF));
-    }
-    ~DefaultSignals() { posix_spawnattr_destroy(&m_attributes); }
-    DefaultSignals(const DefaultSignals&) = delete;
-    DefaultSignals& operator=(const DefaultSignals&) = delete;
-
-    [[nodiscard]] const posix_spawnattr_t* get() const { return &m_attributes; }
-
-private:
-    posix_spawnattr_t m_attributes{};
-};
-
-/// An argument vector as exec wants it.
-class ArgumentVector {
-public:
-    ArgumentVector(const QString& program, const QStringList& arguments) {
-        m_bytes.push_back(program.toUtf8());
-        for (const QString& argument : arguments) {
-            m_bytes.push_back(argument.toUtf8());
-        }
-        for (QByteArray& bytes : m_bytes) {
-            m_pointers.push_back(bytes.data());
-        }
-        m_pointers.push_back(nullptr);
-    }
-
-    [[nodiscard]] const char* program() const { return m_pointers.front(); }
-    [[nodiscard]] char* const* get() const { return m_pointers.data(); }
-
-private:
-    std::vector<QByteArray> m_bytes;
-    std::vector<char*> m_pointers;
-};
-
 /// The exit code of a child or the number of the signal that ended it; -1 when something else in
 /// this program has collected it.
 int waitForEnd(pid_t id, int options) {
@@ -143,11 +64,8 @@ ChildProcess::ChildProcess(const QString& program, const QStringList& arguments)
     : m_killed(aboveStandard(opened(::eventfd(0, EFD_CLOEXEC)))) {
     Pipe output = makePipe();
     Pipe error = makePipe();
-    const FileActions actions(output.writeEnd, error.writeEnd);
-    const DefaultSignals attributes;
-    const ArgumentVector argv(program, arguments);
-    check(
-        ::posix_spawn(&m_id, argv.program(), actions.get(), attributes.get(), argv.get(), environ));
+    m_id =
+        spawn(program, arguments, {.output = output.writeEnd.get(), .error = error.writeEnd.get()});
     m_output = std::move(output.readEnd);
     m_error = std::move(error.readEnd);
 }

@@ -1,8 +1,6 @@
 #include "platform/qt/QtHttpClient.h"
 #include "support/Eventually.h"
-
-#include <QTcpServer>
-#include <QTcpSocket>
+#include "unit/platform/qt/HttpServer.h"
 
 #include <gtest/gtest.h>
 
@@ -13,39 +11,6 @@ using namespace std::chrono_literals;
 
 namespace {
 
-/// Gives every client the same bytes, and hangs up unless told to hold the line.
-class Server {
-public:
-    Server() {
-        m_server.listen(QHostAddress::LocalHost);
-        QObject::connect(&m_server, &QTcpServer::newConnection, &m_server, [this] {
-            QTcpSocket* const client = m_server.nextPendingConnection();
-            QObject::connect(client, &QTcpSocket::readyRead, client, [this, client] {
-                request += client->readAll();
-                if (!request.endsWith("\r\n\r\n")) {
-                    return;
-                }
-                client->write(answer);
-                if (!holdsTheLine) {
-                    client->disconnectFromHost();
-                }
-            });
-        });
-    }
-
-    [[nodiscard]] QUrl url() const {
-        return QUrl(u"http://127.0.0.1:%1/builds/latest.json?ts=1"_s.arg(m_server.serverPort()));
-    }
-    void close() { m_server.close(); }
-
-    QByteArray answer;
-    QByteArray request;
-    bool holdsTheLine = false;
-
-private:
-    QTcpServer m_server;
-};
-
 class HttpClientTest : public ::testing::Test {
 protected:
     void start(const QUrl& url, std::chrono::milliseconds timeout = 20s) { fetch(url, timeout); }
@@ -55,7 +20,7 @@ protected:
         return body;
     }
 
-    Server server;
+    HttpServer server;
     std::unique_ptr<QtHttpClient> client =
         std::make_unique<QtHttpClient>(QtHttpClient::Protocols::alsoPlainHttp);
     bool hasEnded = false;

@@ -43,6 +43,39 @@ TEST_F(XdgApplicationBundleTest, ResourcesStandBesideTheDirectoryOfTheProgram) {
     EXPECT_EQ(bundle.resource(u"ui-pop"_s, u"wav"_s), std::nullopt);
 }
 
+TEST_F(XdgApplicationBundleTest, TheBundleIsTheDirectoryAboveThatOfTheProgram) {
+    const auto bundlePath = [](const QString& executableDirectory) {
+        return XdgApplicationBundle({}, executableDirectory).bundlePath();
+    };
+    EXPECT_EQ(bundlePath(u"/home/me/My Apps/Quorvin.app/bin"_s), u"/home/me/My Apps/Quorvin.app");
+    EXPECT_EQ(bundlePath(u"/usr/local/bin"_s), u"/usr/local");
+    // A directory further up may be of that name and hold much else.
+    EXPECT_EQ(bundlePath(u"/home/me/sources.app/build/bin"_s), u"/home/me/sources.app/build");
+}
+
+TEST_F(XdgApplicationBundleTest, ADirectoryOfTheUsersIsWritable) {
+    EXPECT_TRUE(bundle.isWritable(prefix.path()));
+    EXPECT_FALSE(bundle.isWritable(prefix.filePath(u"missing"_s)));
+    QFile file(prefix.filePath(u"file"_s));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    EXPECT_FALSE(bundle.isWritable(file.fileName()));
+}
+
+TEST_F(XdgApplicationBundleTest, ADirectoryThatIsLockedIsNot) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    constexpr auto readAndEnter =
+        QFile::ReadOwner | QFile::ExeOwner | QFile::ReadOther | QFile::ExeOther;
+    EXPECT_EXIT(
+        {
+            QFile::setPermissions(prefix.path(), readAndEnter);
+            // No permission stops the one who may do everything.
+            const bool isBound = geteuid() != 0 || setuid(65534) == 0;
+            _exit(isBound && !bundle.isWritable(prefix.path()) ? 0 : 1);
+        },
+        ::testing::ExitedWithCode(0), "");
+}
+
 TEST_F(XdgApplicationBundleTest, TheUsersDirectoriesFollowTheHome) {
     EXPECT_EQ(bundle.homeDirectory(), u"/home/somebody"_s);
     EXPECT_EQ(bundle.applicationSupportDirectory(), u"/home/somebody/.local/share"_s);
