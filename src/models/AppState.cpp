@@ -79,6 +79,10 @@ AppState::~AppState() {
     m_windowGuard.reset();
 }
 
+QString AppState::version() const {
+    return m_platform.applicationBundle.version().value_or(QString());
+}
+
 // --- Settings ------------------------------------------------------------------------------------
 
 template <typename Property, typename Value>
@@ -174,6 +178,10 @@ void AppState::log(ActivityType type, const QString& message) {
     m_activityLog = entries;
 }
 
+void AppState::clearActivityLog() {
+    m_activityLog = QList<ActivityEntry>();
+}
+
 void AppState::showError(const QString& message) {
     m_isAccessibilityError = message.toLower().contains(u"accessibility"_s);
     m_errorMessage = message;
@@ -184,6 +192,11 @@ void AppState::dismissError() {
     m_showError = false;
     m_errorMessage = std::nullopt;
     m_isAccessibilityError = false;
+}
+
+void AppState::openAccessibilitySettings() {
+    dismissError();
+    m_agentService.openAccessibilitySettings();
 }
 
 void AppState::showCompactFeedback(const QString& text, double duration) {
@@ -215,6 +228,17 @@ void AppState::loadHistory() {
         // The dialog keeps showing what was read last.
         return;
     }
+}
+
+void AppState::clearHistory() {
+    if (m_historyService) {
+        try {
+            m_historyService->clear();
+        } catch (const HistoryError&) {
+            // The list is emptied all the same; its rows are back when it is next loaded.
+        }
+    }
+    m_historyEntries = QList<HistoryEntry>();
 }
 
 } // namespace quorvin

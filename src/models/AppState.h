@@ -56,6 +56,10 @@ public:
     /// Empty when the store could not be opened.
     [[nodiscard]] HistoryService* historyService() { return m_historyService.get(); }
 
+    /// "1.2.3"; empty when the bundle names none.
+    Q_PROPERTY(QString version READ version CONSTANT)
+    [[nodiscard]] QString version() const;
+
     // --- Settings: every setter stores the value at once -----------------------------------------
     Q_PROPERTY(QString language READ language WRITE setLanguage NOTIFY languageChanged)
     Q_PROPERTY(bool vadAutoStop READ vadAutoStop WRITE setVadAutoStop NOTIFY vadAutoStopChanged)
@@ -139,9 +143,12 @@ public:
     [[nodiscard]] QString compactFeedback() const { return m_compactFeedback; }
 
     void log(ActivityType type, const QString& message);
+    Q_INVOKABLE void clearActivityLog();
     /// Opens the error dialog.
     void showError(const QString& message);
     Q_INVOKABLE void dismissError();
+    /// Where the user can grant what `isAccessibilityError` is about; the dialog goes.
+    Q_INVOKABLE void openAccessibilitySettings();
     /// Shows a status line in the panel for `duration` seconds.
     void showCompactFeedback(const QString& text, double duration);
 
@@ -149,10 +156,8 @@ public:
     Q_PROPERTY(AppMode state READ state NOTIFY stateChanged)
     Q_PROPERTY(bool isRecording READ isRecording NOTIFY isRecordingChanged)
     Q_PROPERTY(bool isTranscribing READ isTranscribing NOTIFY isTranscribingChanged)
-    Q_PROPERTY(QString draftText READ draftText WRITE setDraftText NOTIFY draftTextChanged)
     Q_PROPERTY(double audioLevel READ audioLevel NOTIFY audioLevelChanged)
     Q_PROPERTY(double recordingDuration READ recordingDuration NOTIFY recordingDurationChanged)
-    Q_PROPERTY(QList<QUrl> attachedImages READ attachedImages NOTIFY attachedImagesChanged)
     Q_PROPERTY(bool modelLoaded READ modelLoaded NOTIFY modelLoadedChanged)
     Q_PROPERTY(QList<quorvin::AudioInputDevice> availableDevices READ availableDevices NOTIFY
                    availableDevicesChanged)
@@ -160,13 +165,10 @@ public:
     [[nodiscard]] AppMode state() const { return m_state; }
     [[nodiscard]] bool isRecording() const { return m_isRecording; }
     [[nodiscard]] bool isTranscribing() const { return m_isTranscribing; }
-    [[nodiscard]] QString draftText() const { return m_draftText; }
-    void setDraftText(const QString& text) { m_draftText = text; }
     /// 0 to 1.
     [[nodiscard]] double audioLevel() const { return m_audioLevel; }
     /// Seconds, counted in ticks of the take.
     [[nodiscard]] double recordingDuration() const { return m_recordingDuration; }
-    [[nodiscard]] QList<QUrl> attachedImages() const { return m_attachedImages; }
     [[nodiscard]] bool modelLoaded() const { return m_modelLoaded; }
     [[nodiscard]] QList<AudioInputDevice> availableDevices() const { return m_availableDevices; }
     /// The application that dictation is for; survives from take to take.
@@ -174,8 +176,18 @@ public:
 
     Q_INVOKABLE void startRecording();
     Q_INVOKABLE void stopRecording();
+    Q_INVOKABLE void toggleRecording();
     /// Ends the take and drops it.
     Q_INVOKABLE void cancelRecording();
+
+    // --- Draft -----------------------------------------------------------------------------------
+    Q_PROPERTY(QString draftText READ draftText WRITE setDraftText NOTIFY draftTextChanged)
+    Q_PROPERTY(QList<QUrl> attachedImages READ attachedImages NOTIFY attachedImagesChanged)
+
+    [[nodiscard]] QString draftText() const { return m_draftText; }
+    void setDraftText(const QString& text) { m_draftText = text; }
+    [[nodiscard]] QList<QUrl> attachedImages() const { return m_attachedImages; }
+
     /// Cuts the draft behind its last but one sentence mark.
     Q_INVOKABLE void deleteLastPhrase();
     /// Puts the newest history text that differs from the draft into the draft.
@@ -183,6 +195,12 @@ public:
     /// Takes as many as there is room for, from the front.
     Q_INVOKABLE void attachImages(const QList<QUrl>& urls);
     Q_INVOKABLE void removeImage(const QUrl& url);
+    Q_INVOKABLE void clearImages();
+    /// Text and images.
+    Q_INVOKABLE void clearDraft();
+    /// Adds what the user has selected in any program, or else what the pasteboard holds.
+    Q_INVOKABLE void pickUpSelection();
+    Q_INVOKABLE void copyToPasteboard(const QString& text);
 
     // --- History ---------------------------------------------------------------------------------
     Q_PROPERTY(bool showHistory READ showHistory WRITE setShowHistory NOTIFY showHistoryChanged)
@@ -195,6 +213,8 @@ public:
 
     /// Fills `historyEntries`, newest first; they stay as they are when the store can't be read.
     Q_INVOKABLE void loadHistory();
+    /// Empties the store, if it can, and `historyEntries` in any case.
+    Q_INVOKABLE void clearHistory();
 
     // --- Delivery --------------------------------------------------------------------------------
     Q_PROPERTY(bool showSessionPicker READ showSessionPicker WRITE setShowSessionPicker NOTIFY
@@ -301,6 +321,7 @@ public:
     Q_PROPERTY(bool updateAvailable READ updateAvailable NOTIFY updateAvailableChanged)
     Q_PROPERTY(QString latestVersion READ latestVersion NOTIFY latestVersionChanged)
     Q_PROPERTY(QString latestDownloadURL READ latestDownloadURL NOTIFY latestDownloadURLChanged)
+    Q_PROPERTY(quorvin::UpdatePhase updatePhase READ updatePhase NOTIFY updatePhaseChanged)
 
     [[nodiscard]] bool updateAvailable() const { return m_updateAvailable; }
     [[nodiscard]] QString latestVersion() const { return m_latestVersion; }
@@ -309,6 +330,11 @@ public:
 
     /// Asks the update endpoint for a newer build. In silence: a failure changes nothing.
     Task<> checkForUpdates();
+    /// Downloads the build that the last check found, puts it in the place of this one and starts
+    /// it; the program ends on the way. Does nothing while that is under way.
+    Q_INVOKABLE void installUpdate();
+    /// The same by way of `idle`, to which nothing else ever goes back.
+    Q_INVOKABLE void retryUpdate();
 
 Q_SIGNALS:
     void languageChanged();
@@ -377,6 +403,9 @@ private:
     void acceptTranscription(const QString& text, double duration);
     void playFailureSound();
 
+    // AppState_draft.cpp
+    void appendToDraft(const QString& text);
+
     // AppState_delivery.cpp
     void sendToAgent(AgentType type, const QString& agentName,
                      const QString& messageWithoutSession);
@@ -409,6 +438,12 @@ private:
     // AppState_windows.cpp
     void guardAgainstWindows();
     void sweepWindows();
+
+    // AppState_updates.cpp
+    Task<> performUpdate(QUrl url, QString appPath);
+    /// Writes the script that replaces the bundle by what the file at `imagePath` holds, and starts
+    /// it. Throws.
+    void launchUpdateScript(const QString& imagePath, const QString& appPath);
 
     template <typename Property, typename Value>
     void store(Property& property, const Value& value, const QString& key);
@@ -455,15 +490,16 @@ private:
     QUORVIN_FIELD(AppMode, state, AppMode::idle)
     QUORVIN_FIELD(bool, isRecording, false)
     QUORVIN_FIELD(bool, isTranscribing, false)
-    QUORVIN_FIELD(QString, draftText, QString())
     QUORVIN_FIELD(double, audioLevel, 0.0)
     QUORVIN_FIELD(double, recordingDuration, 0.0)
-    QUORVIN_FIELD(QList<QUrl>, attachedImages, QList<QUrl>())
     QUORVIN_FIELD(bool, modelLoaded, false)
     QUORVIN_FIELD(QList<AudioInputDevice>, availableDevices, systemDefaultOnly())
     std::optional<ProcessID> m_lastFocusedAppPID;
     bool m_isMicPermissionPending = false;
     CancellableTask m_recordingTimer;
+
+    QUORVIN_FIELD(QString, draftText, QString())
+    QUORVIN_FIELD(QList<QUrl>, attachedImages, QList<QUrl>())
 
     QUORVIN_FIELD(bool, showHistory, false)
     QUORVIN_FIELD(QList<HistoryEntry>, historyEntries, QList<HistoryEntry>())

@@ -361,3 +361,11 @@ TEST_F(Dictation, ATakeOutlivesTheProgramWithoutEffect) {
     answerEngine(u"too late"_s);
     EXPECT_TRUE(temporaryWavFiles().isEmpty());
 }
+
+TEST_F(Dictation, OneToggleStartsATakeAndTheNextStopsIt) {
+    AppState& app = start();
+    app.toggleRecording();
+    EXPECT_TRUE(app.isRecording());
+    app.toggleRecording();
+    EXPECT_FALSE(app.isRecording());
+}

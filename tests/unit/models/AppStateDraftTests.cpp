@@ -102,3 +102,96 @@ TEST_F(AppStateImages, RemovingDropsEveryEntryOfThatUrlWithoutALogLine) {
     EXPECT_EQ(app.attachedImages(), images(2).last(1));
     EXPECT_EQ(feed(ActivityType::attach).size(), 1);
 }
+
+TEST_F(AppStateImages, ClearingTheImagesKeepsTheText) {
+    AppState& app = start();
+    app.setDraftText(u"kept"_s);
+    app.attachImages(images(3));
+    app.clearImages();
+    EXPECT_TRUE(app.attachedImages().isEmpty());
+    EXPECT_EQ(app.draftText(), u"kept"_s);
+}
+
+TEST_F(AppStateImages, FiveMoreToFifteenAddTheFirstThree) {
+    AppState& app = start();
+    app.attachImages(images(15));
+    const QList<QUrl> more = images(20).last(5);
+    for (const QUrl& image : more) {
+        app.attachImages({image});
+    }
+    EXPECT_EQ(app.attachedImages(), images(15) + more.first(3));
+}
+
+TEST_F(AppStateDraft, ClearingItTakesTextAndImages) {
+    AppState& app = start();
+    app.setDraftText(u"text"_s);
+    app.attachImages(images(2));
+    app.clearDraft();
+    EXPECT_EQ(app.draftText(), QString());
+    EXPECT_TRUE(app.attachedImages().isEmpty());
+}
+
+TEST_F(AppStateDraft, CopyingReplacesThePasteboard) {
+    AppState& app = start();
+    pasteboard.contents = u"old"_s;
+    app.copyToPasteboard(u"new\ntext"_s);
+    EXPECT_EQ(pasteboard.contents, u"new\ntext"_s);
+}
+
+class AppStateSelection : public AppStateTest {
+protected:
+    void pickUp() {
+        app().pickUpSelection();
+        scheduler.runPosted();
+    }
+};
+
+TEST_F(AppStateSelection, BecomesTheEmptyDraftWithoutItsMargins) {
+    AppState& app = start();
+    textSelections.selection = u" \n two words\t\n"_s;
+    pasteboard.contents = u"copied"_s;
+    pickUp();
+    EXPECT_EQ(app.draftText(), u"two words"_s);
+}
+
+TEST_F(AppStateSelection, IsAddedToADraftAfterABlank) {
+    AppState& app = start();
+    textSelections.selection = u"this"_s;
+    app.setDraftText(u"Fix"_s);
+    pickUp();
+    EXPECT_EQ(app.draftText(), u"Fix this"_s);
+    for (const QString& end : {u"Fix "_s, u"Fix\n"_s, u"Fix\u00a0"_s}) {
+        app.setDraftText(end);
+        pickUp();
+        EXPECT_EQ(app.draftText(), end + u"this"_s);
+    }
+}
+
+TEST_F(AppStateSelection, IsTakenFromThePasteboardWhenNothingIsSelected) {
+    AppState& app = start();
+    pasteboard.contents = u"copied"_s;
+    for (const std::optional<QString>& nothing :
+         {std::optional<QString>(), std::optional(QString())}) {
+        app.setDraftText(QString());
+        textSelections.selection = nothing;
+        pickUp();
+        EXPECT_EQ(app.draftText(), u"copied"_s);
+    }
+}
+
+TEST_F(AppStateSelection, OfBlanksAloneChangesNothing) {
+    AppState& app = start();
+    app.setDraftText(u"kept"_s);
+    textSelections.selection = u" \t\n "_s;
+    pasteboard.contents = u"copied"_s;
+    pickUp();
+    EXPECT_EQ(app.draftText(), u"kept"_s);
+}
+
+TEST_F(AppStateSelection, WithoutAnyTextChangesNothing) {
+    AppState& app = start();
+    app.setDraftText(u"kept"_s);
+    pasteboard.contents.reset();
+    pickUp();
+    EXPECT_EQ(app.draftText(), u"kept"_s);
+}

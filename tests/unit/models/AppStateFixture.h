@@ -16,6 +16,8 @@
 #include "support/fakes/FakeSoundPlayers.h"
 #include "support/fakes/FakeStatusItem.h"
 #include "support/fakes/FakeTerminalAutomation.h"
+#include "support/fakes/FakeTextSelections.h"
+#include "support/fakes/FakeUpdateInstaller.h"
 #include "support/fakes/FakeUserNotifications.h"
 #include "support/fakes/FakeWindowSystem.h"
 #include "support/fakes/FakeWorkspace.h"
@@ -89,9 +91,12 @@ protected:
     FakeKeyMonitor keyMonitor;
     FakeStatusItem statusItem;
     FakePasteboard pasteboard;
+    FakeTextSelections textSelections{pasteboard};
     FakeKeyEvents keyEvents{scheduler};
     FakeTerminalAutomation terminalAutomation;
     FakeHttpClient network;
+    FakeUpdateInstaller updateInstaller;
+    int terminations = 0;
     FakeProcesses processes;
 
 private:
@@ -107,13 +112,16 @@ private:
                         notifications,
                         soundPlayers,
                         pasteboard,
+                        textSelections,
                         keyEvents,
                         keyMonitor,
                         statusItem,
                         terminalAutomation,
                         network,
+                        updateInstaller,
                         [this] { return std::make_unique<FakeProcessTable>(processes); },
-                        [](const std::function<void()>& work) { work(); }};
+                        [](const std::function<void()>& work) { work(); },
+                        [this] { ++terminations; }};
     std::unique_ptr<PerformanceMetrics> m_metrics;
     std::unique_ptr<NotificationService> m_notificationService;
     std::unique_ptr<SoundService> m_soundService;

@@ -149,6 +149,25 @@ TEST_F(AppStateChannels, TheFeedHoldsFiftyEntriesAndDropsTheOldest) {
     EXPECT_EQ(app.activityLog().last().message, u"newest"_s);
 }
 
+TEST_F(AppStateChannels, TheFeedCanBeCleared) {
+    AppState& app = start();
+    app.log(ActivityType::info, u"something"_s);
+    app.clearActivityLog();
+    EXPECT_TRUE(app.activityLog().isEmpty());
+}
+
+TEST_F(AppStateChannels, TheWayToTheSettingsTakesTheErrorAway) {
+    AppState& app = start();
+    app.showError(u"accessibility"_s);
+    workspace.openedURLs.clear();
+    app.openAccessibilitySettings();
+    EXPECT_FALSE(app.showError());
+    EXPECT_EQ(
+        workspace.openedURLs,
+        std::vector{
+            u"x-apple.systempreferences:com.apple.preference.security?Privacy_Accessibility"_s});
+}
+
 TEST_F(AppStateChannels, AnErrorAboutAccessibilityIsMarkedInAnyCasing) {
     AppState& app = start();
     app.showError(u"ACCESSIBILITY permission required."_s);
@@ -194,5 +213,35 @@ TEST_F(AppStateHistory, IsEmptyWithoutAStore) {
     AppState& app = start();
     EXPECT_EQ(app.historyService(), nullptr);
     app.loadHistory();
+    EXPECT_TRUE(app.historyEntries().isEmpty());
+}
+
+TEST_F(AppStateHistory, IsClearedWithTheStore) {
+    AppState& app = start();
+    app.historyService()->add(u"one"_s, u"en"_s, 1.0, QString());
+    app.loadHistory();
+    app.clearHistory();
+    EXPECT_TRUE(app.historyEntries().isEmpty());
+    app.loadHistory();
+    EXPECT_TRUE(app.historyEntries().isEmpty());
+}
+
+TEST_F(AppStateHistory, ThatCannotBeClearedIsBackAtTheNextLoad) {
+    AppState& app = start();
+    app.historyService()->add(u"one"_s, u"en"_s, 1.0, QString());
+    app.loadHistory();
+    ASSERT_TRUE(QFile::remove(*bundle.applicationSupport + u"/quorvin/history.db"_s));
+    app.clearHistory();
+    EXPECT_TRUE(app.historyEntries().isEmpty());
+    app.loadHistory();
+    EXPECT_EQ(app.historyEntries().size(), 1);
+}
+
+TEST_F(AppStateHistory, WithoutAStoreOnlyTheListIsCleared) {
+    bundle.applicationSupport = directory.filePath(u"a file"_s);
+    QFile blocker(*bundle.applicationSupport);
+    ASSERT_TRUE(blocker.open(QIODevice::WriteOnly));
+    AppState& app = start();
+    app.clearHistory();
     EXPECT_TRUE(app.historyEntries().isEmpty());
 }
