@@ -7,7 +7,7 @@
 #include <QFont>
 #include <QJSEngine>
 #include <QList>
-#include <QtQml/qqmlregistration.h>
+#include <QtQml/qqml.h>
 
 namespace quorvin {
 

@@ -54,7 +54,7 @@ CompactDragHostingView::CompactDragHostingView(QQmlEngine& engine, AppState& app
     setMask(roundedRegion(size(), compactCornerR));
     setResizeMode(SizeRootObjectToView);
     setInitialProperties({{u"appState"_s, QVariant::fromValue(&appState)}});
-    setSource(QUrl(u"qrc:/qt/qml/Quorvin/CompactPanel.qml"_s));
+    setSource(QUrl(u"qrc:/qt/qml/Quorvin/compact/CompactPanel.qml"_s));
 }
 
 bool CompactDragHostingView::event(QEvent* event) {

@@ -24,22 +24,14 @@ Item {
         appState.removeImage(appState.attachedImages[index]);
     }
 
-    function toggleRecording() {
-        if (appState.isRecording) {
-            appState.stopRecording();
-        } else {
-            appState.startRecording();
-        }
-    }
-
     Accessible.role: Accessible.Button
     Accessible.name: appState.isRecording ? qsTr("Stop recording") : qsTr("Record")
-    Accessible.onPressAction: toggleRecording()
+    Accessible.onPressAction: appState.toggleRecording()
 
     TapHandler {
         onTapped: eventPoint => {
             if (!strip.removeAttachmentAt(eventPoint.position)) {
-                strip.toggleRecording();
+                strip.appState.toggleRecording();
             }
         }
     }

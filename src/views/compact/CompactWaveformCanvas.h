@@ -1,7 +1,7 @@
 #pragma once
 
 #include "views/compact/CompactWaveform.h"
-#include "views/DrawnItem.h"
+#include "views/components/DrawnItem.h"
 
 #include <QColor>
 #include <QtQml/qqmlregistration.h>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "views/compact/CompactWaveform.h"
-#include "views/PlacedImage.h"
+#include "views/components/PlacedImage.h"
 
 namespace quorvin {
 

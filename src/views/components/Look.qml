@@ -3,7 +3,7 @@ pragma Singleton
 import QtQuick
 import Quorvin
 
-/// The colours of the theme, which fade into those of the next, and the first window's distances.
+/// The colours of the theme, which fade into those of the next.
 QtObject {
     property color bgBase: ThemeManager.current.bgBase
     property color bgSurface: ThemeManager.current.bgSurface
@@ -16,8 +16,6 @@ QtObject {
     property color recording: ThemeManager.current.recording
     property color transcribing: ThemeManager.current.transcribing
     property color border: ThemeManager.current.border
-    readonly property int spacing: 12
-    readonly property int radius: 10
 
     Behavior on bgBase { ThemeFade {} }
     Behavior on bgSurface { ThemeFade {} }

@@ -1,4 +1,4 @@
-#include "views/DampedSpring.h"
+#include "views/components/DampedSpring.h"
 #include "views/support/ViewTest.h"
 
 #include <cmath>

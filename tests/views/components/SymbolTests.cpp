@@ -1,5 +1,5 @@
 #include "theme/SymbolImage.h"
-#include "views/Symbol.h"
+#include "views/components/Symbol.h"
 #include "views/support/ViewTest.h"
 
 using namespace quorvin;

@@ -1,0 +1,63 @@
+#include "DraftViewTest.h"
+
+#include "views/draft/ImageThumbnailReader.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace quorvin::testing {
+
+void DraftViewTest::showPanel() {
+    start();
+    show(u"Item { required property QtObject appState; width: 580; height: 600;"
+         "DraftToggleButton { objectName: 'toggle'; x: 20; expanded: true }"
+         "DraftPanel { objectName: 'panel'; appState: parent.appState; x: 20; y: 60; width: 540 } }"_s,
+         appState());
+}
+
+void DraftViewTest::setEditorFocus() {
+    editor()->forceActiveFocus();
+}
+
+QList<QUrl> DraftViewTest::pictures(int count, const QColor& color) {
+    QImage image(40, 40, QImage::Format_RGB32);
+    image.fill(color);
+    QList<QUrl> urls;
+    for (int i = 0; i < count; ++i) {
+        const QString path = directory.filePath(u"shot %1%2.png"_s.arg(color.name()).arg(i));
+        EXPECT_TRUE(image.save(path));
+        urls.append(QUrl::fromLocalFile(path));
+    }
+    return urls;
+}
+
+void DraftViewTest::finishReading() {
+    imageThumbnail::threads().waitForDone();
+    QCoreApplication::processEvents();
+}
+
+QQuickItem* DraftViewTest::within(QQuickItem* ancestor, const QString& objectName) {
+    const auto children = ancestor->childItems();
+    for (QQuickItem* child : children) {
+        if (child->objectName() == objectName) {
+            return child;
+        }
+        if (QQuickItem* const found = within(child, objectName)) {
+            return found;
+        }
+    }
+    return nullptr;
+}
+
+QColor DraftViewTest::withAlpha(QColor color, double alpha) {
+    color.setAlphaF(static_cast<float>(alpha));
+    return color;
+}
+
+void DraftViewTest::expectColor(const QColor& actual, const QColor& expected) {
+    EXPECT_NEAR(actual.redF(), expected.redF(), 0.005);
+    EXPECT_NEAR(actual.greenF(), expected.greenF(), 0.005);
+    EXPECT_NEAR(actual.blueF(), expected.blueF(), 0.005);
+    EXPECT_NEAR(actual.alphaF(), expected.alphaF(), 0.005);
+}
+
+} // namespace quorvin::testing
