@@ -49,7 +49,7 @@ def dictate(running, desktop, output):
     running.record()
     tell("Saying: " + SENTENCE)
     with desktop.sound.playing(desktop.speech.wav(SENTENCE)):
-        running.wait_until(lambda: running.input_level() > 10, "a moving meter")
+        running.wait_until(lambda: running.state() == "REC 00:02", "the second second of the take")
         running.screenshot(os.path.join(output, "2-recording.png"))
     running.press("ctrl+r")
     running.wait_until_idle()
@@ -76,6 +76,8 @@ def demonstrate(program, output):
         log_path = os.path.join(output, "program.log")
         running = stack.enter_context(Program([program], desktop, environment, log_path))
         running.wait_until_ready()
+        running.open_draft()
+        running.open_activity()
         running.screenshot(os.path.join(output, "1-ready.png"))
         draft = dictate(running, desktop, output)
         return draft, deliver(running, terminal, output) if draft else []

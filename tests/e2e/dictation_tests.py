@@ -118,13 +118,21 @@ class DictationTests(ProgramTest):
         self.home.write_settings(json.dumps(
             {"onboardingComplete": True, "vadAutoStop": wanted, "silenceTimeout": seconds}))
 
-    def test_the_meter_follows_the_voice(self):
+    def reach_of_the_lowest_bar(self, program):
+        """How many pixels it stands out from the circle of bars."""
+        x, y, width, height = program.extents("Stop")
+        below_circle = self.desktop.display.column(x + width // 2, y + height - 43, 43)
+        [background] = self.desktop.display.column(x + width // 2, y + height // 2, 1)
+        return sum(colour != background for colour in below_circle)
+
+    def test_the_ring_follows_the_voice(self):
+        self.home.write_settings('{"onboardingComplete": true, "animationStyle": "bars"}')
         program = self.start_ready_program()
 
         program.record()
-        program.wait_until(lambda: program.input_level() == 0, "a meter at rest")
+        program.wait_until(lambda: 0 < self.reach_of_the_lowest_bar(program) < 15, "bars at rest")
         with self.desktop.sound.playing(self.desktop.speech.wav(SENTENCE)):
-            program.wait_until(lambda: program.input_level() > 10, "a moving meter")
+            program.wait_until(lambda: self.reach_of_the_lowest_bar(program) > 25, "long bars")
         program.stop_recording()
 
     def test_a_second_take_is_appended(self):

@@ -94,7 +94,7 @@ class FaultTests(FaultCase):
         self.assert_missing(program, NO_SOUND_SERVER)
         program.wait_for_activity("Whisper model loaded and ready")
         program.press("ctrl+r")
-        self.assertEqual(program.state(), "Ready")
+        self.assertEqual(program.state(), "READY")
         self.assert_draft_can_be_edited(program)
 
     def test_without_a_place_for_settings(self):

@@ -42,9 +42,11 @@ class ProgramTest(unittest.TestCase):
         return program
 
     def start_ready_program(self):
-        """Starts it and waits until it can record."""
+        """Starts it, waits until it can record and opens all parts of its window."""
         program = self.start_program()
         program.wait_until_ready()
+        program.open_draft()
+        program.open_activity()
         for line in program.log.splitlines():
             engine = line.partition("Found whisper-cpp binary: ")[2]
             if engine and not self.home.owns(engine):

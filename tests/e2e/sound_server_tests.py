@@ -39,5 +39,5 @@ class SoundServerTests(ProgramTest):
             lambda: "Microphone Access Required"
             in [sent.title for sent in self.desktop.notifications.received],
             "the notification about the microphone")
-        self.assertEqual(program.state(), "Ready")
+        self.assertEqual(program.state(), "READY")
         self.assertEqual(program.draft(), "")

@@ -8,7 +8,7 @@ ACCESSIBLE = "org.a11y.atspi.Accessible"
 COMPONENT = "org.a11y.atspi.Component"
 TEXT = "org.a11y.atspi.Text"
 SCREEN_COORDINATES = 0
-STATE_SHOWING = 25
+STATE_VISIBLE = 30
 CALL_TIMEOUT_MS = 5000
 
 
@@ -42,9 +42,10 @@ class Control:
         return self._call(ACCESSIBLE, "GetRoleName", None, "(s)")[0]
 
     @property
-    def is_showing(self):
+    def is_visible(self):
+        """Whether a user could see it, maybe after scrolling."""
         low_bits, _ = self._call(ACCESSIBLE, "GetState", None, "(au)")[0]
-        return bool(low_bits & 1 << STATE_SHOWING)
+        return bool(low_bits & 1 << STATE_VISIBLE)
 
     @property
     def text(self):
@@ -83,10 +84,10 @@ def application(connection, pid):
 
 
 def find(connection, pid, name="", description=""):
-    """The first control on the screen that has what is given; None without one."""
+    """The first visible control that has what is given; None without one."""
     root = application(connection, pid)
     for control in root.descendants() if root else ():
         if (name in ("", control.name) and description in ("", control.description)
-                and control.is_showing):
+                and control.is_visible):
             return control
     return None

@@ -172,5 +172,11 @@ class VirtualDisplay:
                                 timeout=20)
         return result.stdout.decode("utf-8") if result.returncode == 0 else ""
 
+    def column(self, x, top, height):
+        """The colours of a column of pixels of the screen, as ImageMagick writes them."""
+        pixels = self._output("import", "-window", "root", "-crop",
+                              "1x%d+%d+%d" % (height, x, top), "txt:-")
+        return [line.split()[2] for line in pixels.splitlines() if not line.startswith("#")]
+
     def screenshot(self, path):
         subprocess.run(["import", "-window", "root", path], env=self._environment, check=True)

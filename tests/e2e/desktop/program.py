@@ -87,6 +87,9 @@ class Program:
         self.wait_for_log("WhisperService ready")
         self.wait_for_log("Keep-warm started")
 
+    def _find(self, **wanted):
+        return accessibility.find(self._desktop.bus.accessibility, self._child.pid, **wanted)
+
     def _read(self, reader, **wanted):
         """What `reader` gets from the control with that `name` or `description`.
 
@@ -95,8 +98,7 @@ class Program:
 
         def attempt():
             try:
-                control = accessibility.find(self._desktop.bus.accessibility, self._child.pid,
-                                             **wanted)
+                control = self._find(**wanted)
                 return [reader(control)] if control else None
             except GLib.Error:
                 return None
@@ -113,8 +115,7 @@ class Program:
 
         def is_gone():
             try:
-                return not accessibility.find(self._desktop.bus.accessibility, self._child.pid,
-                                              name=name)
+                return not self._find(name=name)
             except GLib.Error:
                 return False
 
@@ -134,45 +135,66 @@ class Program:
 
         def extents_at_rest():
             nonlocal last_extents
-            before, last_extents = last_extents, self._read(lambda it: it.extents, name=name)
+            before, last_extents = last_extents, self.extents(name)
             return last_extents if last_extents == before else None
 
         x, y, width, height = self.wait_until(extents_at_rest, "%r to stand still" % name)
         self._desktop.display.click(x + width // 2, y + height // 2)
+
+    def extents(self, name):
+        """x, y, width and height of a control on the screen."""
+        return self._read(lambda it: it.extents, name=name)
 
     def press(self, keys):
         """Presses keys in the program's window."""
         self.bring_to_front()
         self._desktop.display.press(keys)
 
+    def _open(self, part):
+        """Opens a part of the window, unless it's open."""
+
+        def way():
+            try:
+                return (self._find(name="Show " + part) or self._find(name="Hide " + part)).name
+            except (AttributeError, GLib.Error):
+                return None
+
+        if self.wait_until(way, "a way to " + part).startswith("Show"):
+            self.click("Show " + part)
+            self.wait_for_control("Hide " + part)
+
+    def open_draft(self):
+        self._open("Draft")
+
+    def open_activity(self):
+        self._open("the activity log")
+
     def draft(self):
+        self.open_draft()
         text = self._read(lambda editor: editor.text, name="Draft")
         return text.replace(QT_LINE_BREAK, "\n")
 
     def paste_draft(self, text):
         """Copies a text in another program and pastes it into the empty draft."""
+        self.open_draft()
         self._desktop.display.copy(text)
         self.click("Draft")
         self.press("ctrl+v")
         self.wait_until(lambda: self.draft() == text, "the pasted draft")
 
     def state(self):
-        """The line that tells what the program does: "Ready", "Recording  1.2 s"."""
+        """The badge that tells what the program does: "READY", "REC 00:12"."""
         return self._read(lambda line: line.name, description="State")
 
     def activity(self):
-        """The messages in the activity list that are in sight, oldest first."""
+        """The messages of the activity list, oldest first."""
+        self.open_activity()
         return self._read(
             lambda feed: [it.name for it in feed.descendants() if it.role == "list item"],
             name="Activity")
 
     def wait_for_activity(self, message):
         self.wait_until(lambda: message in self.activity(), "%r in the activity list" % message)
-
-    def input_level(self):
-        """From 0 to 100."""
-        return self._read(lambda meter: int(meter.description.removesuffix(" %")),
-                          name="Input level")
 
     def screenshot(self, path):
         self._desktop.display.screenshot(path)
@@ -190,4 +212,4 @@ class Program:
 
     def wait_until_idle(self):
         """Waits for the end of a take and of its transcription."""
-        self.wait_until(lambda: self.state() == "Ready", "the end of the take", 120)
+        self.wait_until(lambda: self.state() == "READY", "the end of the take", 120)
