@@ -1,8 +1,10 @@
 #!/bin/bash
 # Installs what is missing of Debian's packages. Asks and downloads nothing when all is there.
 #
-#   setup.sh run     what building, running and measuring the program need
-#   setup.sh test    what the tests and the demonstration need besides
+#   setup.sh run      what building, running and measuring the program need
+#   setup.sh package  what making the packages needs besides
+#   setup.sh test     what the tests, those of packages among them, and the demonstration need
+#   setup.sh fuzz     what the fuzz targets need besides
 set -euo pipefail
 
 run_packages=(
@@ -17,18 +19,23 @@ run_packages=(
     qml6-module-qtquick-window
     fonts-inter fonts-dejavu-core lame pulseaudio python3 xdotool xvfb
 )
+package_packages=(dpkg-dev librsvg2-bin)
 test_packages=(
+    "${package_packages[@]}" lintian desktop-file-utils appstream man-db
     xvfb openbox xdotool x11-utils x11-xkb-utils imagemagick fonts-dejavu-core xclip xsel procps
     xterm kitty alacritty konsole xfce4-terminal gnome-terminal tmux lsof
     pulseaudio pulseaudio-utils sox flite pocketsphinx pocketsphinx-en-us
     dbus at-spi2-core python3-gi
 )
+fuzz_packages=(clang libclang-rt-dev)
 
 case "${1:-}" in
     run) packages=("${run_packages[@]}") ;;
+    package) packages=("${package_packages[@]}") ;;
     test) packages=("${test_packages[@]}") ;;
+    fuzz) packages=("${fuzz_packages[@]}") ;;
     *)
-        echo "usage: $0 run|test" >&2
+        echo "usage: $0 run|package|test|fuzz" >&2
         exit 2
         ;;
 esac

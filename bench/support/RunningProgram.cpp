@@ -74,6 +74,11 @@ void Desktop::clickPanel() const {
     run(u"xdotool"_s, {u"mousemove"_s, u"640"_s, u"928"_s, u"click"_s, u"1"_s});
 }
 
+void Desktop::clickRing() const {
+    run(u"xdotool"_s, {u"search"_s, u"--onlyvisible"_s, u"--name"_s, u"^Quorvin$"_s, u"mousemove"_s,
+                       u"--window"_s, u"%1"_s, u"290"_s, u"210"_s, u"click"_s, u"1"_s});
+}
+
 std::chrono::duration<double, std::milli> Desktop::timeToPanel() const {
     xcb_connection_t* const display =
         xcb_connect(m_environment.value(u"DISPLAY"_s).toLatin1().constData(), nullptr);
@@ -148,8 +153,18 @@ std::chrono::duration<double> RunningProgram::processorTime() const {
     return std::chrono::duration<double>(ticks / static_cast<double>(sysconf(_SC_CLK_TCK)));
 }
 
-void RunningProgram::waitFor(const QByteArray& text) {
-    while (!m_log.contains(text)) {
+double RunningProgram::residentMebibytes() const {
+    QFile file(u"/proc/%1/statm"_s.arg(m_process.processId()));
+    if (!file.open(QIODevice::ReadOnly)) {
+        qFatal("The program has ended");
+    }
+    // The second field, in pages (proc(5)).
+    const double pages = file.readAll().split(' ').at(1).toDouble();
+    return pages * static_cast<double>(sysconf(_SC_PAGESIZE)) / (1 << 20);
+}
+
+void RunningProgram::waitFor(const QByteArray& text, int times) {
+    while (m_log.count(text) < times) {
         if (!m_process.waitForReadyRead(patience)) {
             qFatal("The program did not say \"%s\" but:\n%s", text.data(), m_log.data());
         }

@@ -24,6 +24,8 @@ public:
     void press(const QString& keys) const;
     /// Clicks the middle of the compact panel's strip, where the panel stands at first.
     void clickPanel() const;
+    /// Clicks the ring in the main window.
+    void clickRing() const;
     /// Presses the hot key of the compact mode; from then to the panel's appearance on the screen.
     [[nodiscard]] std::chrono::duration<double, std::milli> timeToPanel() const;
 
@@ -49,8 +51,9 @@ public:
     }
     /// What it takes of one core over a time that begins after `settling`, in percent.
     [[nodiscard]] double coreShare(std::chrono::seconds settling, std::chrono::seconds span) const;
-    /// Waits until the error stream says `text`.
-    void waitFor(const QByteArray& text);
+    [[nodiscard]] double residentMebibytes() const;
+    /// Waits until the error stream has said `text` so many times.
+    void waitFor(const QByteArray& text, int times = 1);
 
 private:
     /// Processor time of all its threads so far.

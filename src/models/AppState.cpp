@@ -67,6 +67,7 @@ AppState::AppState(const Platform& platform, QObject* parent)
         platform.audioHost.authorizationStatus() == MicrophoneAuthorization::authorized;
     checkOnboardingNeeded();
     setupAudioObservation();
+    setupSettingsObservation();
     initializeServices();
 }
 

@@ -4,6 +4,8 @@
 #include "models/AppSettings.h"
 #include "models/CompactSessionInfo.h"
 #include "models/CompactWindowController.h"
+#include "models/LatencySummary.h"
+#include "models/OnboardingModel.h"
 #include "models/UpdatePhase.h"
 #include "platform/Platform.h"
 #include "platform/WindowSystem.h"
@@ -118,8 +120,27 @@ public:
     void setAnimationStyle(const QString& style);
     void setSoundsEnabled(bool on);
 
+    // Each hands a setting to whom it concerns. The views do that where a setting is changed.
+    Q_INVOKABLE void applyLanguage();
+    Q_INVOKABLE void applyTranslateToEnglish();
+    Q_INVOKABLE void applySelectedDevice();
+    Q_INVOKABLE void applyInputGain();
+    Q_INVOKABLE void applyNoiseGate();
     /// Loads the model of `engineTier` from the models folder of the home directory.
     Q_INVOKABLE void applyEngineTier();
+
+    /// Lists the microphones anew; a running take goes on.
+    Q_INVOKABLE void refreshInputDevices();
+
+    // The pages of the project on the web.
+    Q_INVOKABLE void openRepositoryPage();
+    Q_INVOKABLE void openReleasesPage();
+
+    // --- Latencies -------------------------------------------------------------------------------
+    /// A row for each kind of step that is measured.
+    Q_PROPERTY(QList<quorvin::LatencySummary> latencies READ latencies NOTIFY latenciesChanged)
+    [[nodiscard]] static QList<LatencySummary> latencies();
+    Q_INVOKABLE void clearLatencies();
 
     // --- Activity log, errors, feedback ----------------------------------------------------------
     Q_PROPERTY(QList<quorvin::ActivityEntry> activityLog READ activityLog NOTIFY activityLogChanged)
@@ -222,6 +243,10 @@ public:
     Q_PROPERTY(QList<quorvin::AgentSessionInfo> sessionPickerSessions READ sessionPickerSessions
                    NOTIFY sessionPickerSessionsChanged)
     Q_PROPERTY(QString sessionPickerTitle READ sessionPickerTitle NOTIFY sessionPickerTitleChanged)
+    /// As the last scan found them.
+    Q_PROPERTY(int claudeSessionCount READ claudeSessionCount NOTIFY claudeSessionCountChanged)
+    Q_PROPERTY(
+        int opencodeSessionCount READ opencodeSessionCount NOTIFY opencodeSessionCountChanged)
 
     [[nodiscard]] bool showSessionPicker() const { return m_showSessionPicker; }
     void setShowSessionPicker(bool show) { m_showSessionPicker = show; }
@@ -229,6 +254,8 @@ public:
         return m_sessionPickerSessions;
     }
     [[nodiscard]] QString sessionPickerTitle() const { return m_sessionPickerTitle; }
+    [[nodiscard]] int claudeSessionCount() const;
+    [[nodiscard]] int opencodeSessionCount() const;
 
     /// To the agent's session, of a fresh scan; with several, the picker opens. Return at once.
     Q_INVOKABLE void sendToClaude();
@@ -258,16 +285,39 @@ public:
                    accessibilityAuthorizedChanged)
     Q_PROPERTY(
         bool automationAuthorized READ automationAuthorized NOTIFY automationAuthorizedChanged)
+    /// False while nobody has answered yet whether terminals may be controlled.
+    Q_PROPERTY(bool isAutomationKnown READ isAutomationKnown NOTIFY isAutomationKnownChanged)
 
     [[nodiscard]] bool needsOnboarding() const { return m_needsOnboarding; }
     [[nodiscard]] bool onboardingComplete() const { return m_onboardingComplete; }
     [[nodiscard]] bool microphoneAuthorized() const { return m_microphoneAuthorized; }
     [[nodiscard]] bool accessibilityAuthorized() const { return m_accessibilityAuthorized; }
     [[nodiscard]] bool automationAuthorized() const { return m_automationAuthorized; }
+    [[nodiscard]] bool isAutomationKnown() const { return m_isAutomationKnown; }
+
+    /// The wizard that shows while `needsOnboarding`.
+    Q_PROPERTY(quorvin::OnboardingModel* onboarding READ onboarding CONSTANT)
+    [[nodiscard]] OnboardingModel* onboarding() { return &m_onboarding; }
 
     void checkOnboardingNeeded();
+    /// The user has been through the wizard, or doesn't want it.
+    void completeOnboarding();
     /// Puts the wizard back.
     Q_INVOKABLE void resetOnboarding();
+
+    /// A microphone that has come late may be used at once.
+    void setMicrophoneAuthorized(bool authorized);
+    void setAccessibilityAuthorized(bool authorized) { m_accessibilityAuthorized = authorized; }
+    void setAutomationAuthorized(bool authorized) { m_automationAuthorized = authorized; }
+    /// Whether keys may be posted, asked anew.
+    bool testAccessibility();
+    /// Asks for all three permissions anew; the answer about automation comes later.
+    Q_INVOKABLE void refreshPermissions();
+    // Where the user can grant them.
+    Q_INVOKABLE void openMicrophoneSettings();
+    Q_INVOKABLE void grantAccessibility();
+    /// Has the system ask the user before.
+    Q_INVOKABLE void grantAutomation();
 
     // --- Windows ---------------------------------------------------------------------------------
     Q_PROPERTY(ActiveWindow activeWindow READ activeWindow NOTIFY activeWindowChanged)
@@ -322,14 +372,20 @@ public:
     Q_PROPERTY(QString latestVersion READ latestVersion NOTIFY latestVersionChanged)
     Q_PROPERTY(QString latestDownloadURL READ latestDownloadURL NOTIFY latestDownloadURLChanged)
     Q_PROPERTY(quorvin::UpdatePhase updatePhase READ updatePhase NOTIFY updatePhaseChanged)
+    /// A check that the user has asked for is under way.
+    Q_PROPERTY(
+        bool isCheckingForUpdates READ isCheckingForUpdates NOTIFY isCheckingForUpdatesChanged)
 
     [[nodiscard]] bool updateAvailable() const { return m_updateAvailable; }
     [[nodiscard]] QString latestVersion() const { return m_latestVersion; }
     [[nodiscard]] QString latestDownloadURL() const { return m_latestDownloadURL; }
     [[nodiscard]] UpdatePhase updatePhase() const { return m_updatePhase; }
+    [[nodiscard]] bool isCheckingForUpdates() const { return m_isCheckingForUpdates; }
 
     /// Asks the update endpoint for a newer build. In silence: a failure changes nothing.
     Task<> checkForUpdates();
+    /// The same for the user.
+    Q_INVOKABLE void checkForUpdatesNow();
     /// Downloads the build that the last check found, puts it in the place of this one and starts
     /// it; the program ends on the way. Does nothing while that is under way.
     Q_INVOKABLE void installUpdate();
@@ -352,6 +408,7 @@ Q_SIGNALS:
     void selectedThemeChanged();
     void animationStyleChanged();
     void soundsEnabledChanged();
+    void latenciesChanged();
     void activityLogChanged();
     void showActivityLogChanged();
     void errorMessageChanged();
@@ -372,11 +429,15 @@ Q_SIGNALS:
     void showSessionPickerChanged();
     void sessionPickerSessionsChanged();
     void sessionPickerTitleChanged();
+    /// After each scan, also when it found as many.
+    void claudeSessionCountChanged();
+    void opencodeSessionCountChanged();
     void needsOnboardingChanged();
     void onboardingCompleteChanged();
     void microphoneAuthorizedChanged();
     void accessibilityAuthorizedChanged();
     void automationAuthorizedChanged();
+    void isAutomationKnownChanged();
     void activeWindowChanged();
     void isCompactModeChanged();
     void compactBarHeightsChanged();
@@ -389,8 +450,12 @@ Q_SIGNALS:
     void latestVersionChanged();
     void latestDownloadURLChanged();
     void updatePhaseChanged();
+    void isCheckingForUpdatesChanged();
 
 private:
+    // AppState_settings.cpp
+    void setupSettingsObservation();
+
     // AppState_dictation.cpp
     void startRecordingInternal();
     void requestMicrophoneAccess();
@@ -412,8 +477,6 @@ private:
     void reportFailedDelivery(const QString& description);
     /// Puts the agent's name into the newest history row, if it holds just `text`.
     void markAsSent(const QString& text, const QString& agentName);
-    /// Whether keys may be posted, asked anew.
-    bool testAccessibility();
     void demandAccessibility();
     /// The remembered application, or else a running terminal.
     [[nodiscard]] std::optional<ProcessID> focusedTerminal();
@@ -513,6 +576,7 @@ private:
     QUORVIN_FIELD(bool, microphoneAuthorized, false)
     QUORVIN_FIELD(bool, accessibilityAuthorized, false)
     QUORVIN_FIELD(bool, automationAuthorized, false)
+    QUORVIN_FIELD(bool, isAutomationKnown, false)
     CancellableTask m_accessibilityPollTask;
 
     QUORVIN_FIELD(ActiveWindow, activeWindow, ActiveWindow::main)
@@ -539,8 +603,11 @@ private:
     QUORVIN_FIELD(QString, latestVersion, QString())
     QUORVIN_FIELD(QString, latestDownloadURL, QString())
     QUORVIN_FIELD(UpdatePhase, updatePhase, UpdatePhase())
+    QUORVIN_FIELD(bool, isCheckingForUpdates, false)
 
 #undef QUORVIN_FIELD
+
+    OnboardingModel m_onboarding{*this, m_platform};
 };
 
 } // namespace quorvin

@@ -23,9 +23,6 @@ constexpr double failureVolume = 0.3;
 constexpr qsizetype loggedCharacters = 60;
 constexpr double feedbackSeconds = 1.5;
 
-const QString microphoneSettings =
-    u"x-apple.systempreferences:com.apple.preference.security?Privacy_Microphone"_s;
-
 } // namespace
 
 void AppState::startRecording() {
@@ -42,7 +39,7 @@ void AppState::startRecording() {
                                    u"Please grant microphone access in System Settings → Privacy & "
                                    u"Security → Microphone"_s,
                                    u"transfer.error"_s, NotificationSound::critical);
-        m_platform.workspace.openURL(microphoneSettings);
+        openMicrophoneSettings();
         break;
     case MicrophoneAuthorization::notDetermined:
         requestMicrophoneAccess();

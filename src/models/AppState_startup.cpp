@@ -32,6 +32,7 @@ void AppState::checkPermissions() {
         const bool granted = co_await self->m_agentService.checkAutomationPermission();
         if (self) {
             self->m_automationAuthorized = granted;
+            self->m_isAutomationKnown = true;
         }
     });
 }
@@ -44,10 +45,24 @@ void AppState::checkOnboardingNeeded() {
     m_needsOnboarding = !onboardingComplete();
 }
 
+void AppState::completeOnboarding() {
+    m_onboardingComplete = true;
+    m_platform.userDefaults.setBoolean(SettingsKey::onboardingComplete, true);
+    m_needsOnboarding = false;
+}
+
 void AppState::resetOnboarding() {
     m_onboardingComplete = false;
     m_platform.userDefaults.setBoolean(SettingsKey::onboardingComplete, false);
     m_needsOnboarding = true;
+}
+
+void AppState::setMicrophoneAuthorized(bool authorized) {
+    m_microphoneAuthorized = authorized;
+    if (authorized) {
+        // Or every take would be refused until the next start.
+        m_audioService.setPermissionGranted(true);
+    }
 }
 
 QList<AudioInputDevice> AppState::systemDefaultOnly() {
@@ -68,7 +83,7 @@ void AppState::initializeServices() {
     const QString version = m_platform.applicationBundle.version().value_or(u"?"_s);
     log(ActivityType::info, u"Quorvin v%1 starting..."_s.arg(version));
     openHistory();
-    m_availableDevices = m_audioService.listInputDevices();
+    refreshInputDevices();
     log(ActivityType::settings,
         u"Audio devices: %1 found"_s.arg(m_availableDevices.value().size()));
     m_platform.scheduler.startDetached([self = QPointer(this)]() -> Task<> {
@@ -81,10 +96,10 @@ void AppState::initializeServices() {
         m_audioService.startKeepWarm();
     }
     // The stored device is not forwarded, on purpose: it takes effect with its next change.
-    m_whisperService.language = language();
-    m_whisperService.translateToEnglish = translateToEnglish();
-    m_audioService.setInputGain(inputGainDB());
-    m_audioService.setNoiseGate(noiseGatePercent() / 100);
+    applyLanguage();
+    applyTranslateToEnglish();
+    applyInputGain();
+    applyNoiseGate();
     startAccessibilityPolling();
 }
 

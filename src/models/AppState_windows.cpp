@@ -23,8 +23,9 @@ bool mayStayInCompactMode(const AppWindow& window) {
 void AppState::switchToCompactMode() {
     m_didUserTriggerWindowSwitch = true;
     if (m_mainWindow.expired()) {
+        // The settings in front would otherwise come back as the main window.
         const auto key = m_platform.windowSystem.keyWindow();
-        m_mainWindow = key ? key : mainWindow();
+        m_mainWindow = key && !mayStayInCompactMode(*key) ? key : mainWindow();
     }
     m_isCompactMode = true;
     m_activeWindow = ActiveWindow::compact;

@@ -37,6 +37,8 @@ public:
 
     /// Whether keys can be posted at present. Never asks the user for anything.
     [[nodiscard]] virtual bool isTrusted() = 0;
+    /// The same, but asks the user first on a system where the user decides.
+    [[nodiscard]] virtual bool requestTrust() { return isTrusted(); }
 
     /// Posts to the session: the event reaches whichever application has the keyboard focus. A key
     /// that the user holds down at that moment must not change its meaning, so a key-down may have

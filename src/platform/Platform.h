@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/PermissionHints.h"
 #include "platform/ProcessTable.h"
 
 #include <functional>
@@ -48,6 +49,7 @@ struct Platform {
     std::function<void(std::function<void()> work)> runInBackground;
     /// Ends the program in order. Main thread only.
     std::function<void()> terminate;
+    PermissionHints permissionHints = {};
 };
 
 } // namespace quorvin

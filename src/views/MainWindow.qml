@@ -26,6 +26,7 @@ ThemedWindow {
     }
     Shortcut {
         sequence: "Ctrl+R"
+        enabled: !window.appState.needsOnboarding
         onActivated: window.appState.toggleRecording()
     }
     Shortcut {
@@ -34,9 +35,24 @@ ThemedWindow {
         onActivated: window.appState.cancelRecording()
     }
 
-    MainView {
+    Loader {
         anchors.fill: parent
-        appState: window.appState
-        onSettingsRequested: window.settingsRequested()
+        focus: true
+        sourceComponent: window.appState.needsOnboarding ? onboardingView : mainView
+    }
+    Component {
+        id: onboardingView
+
+        OnboardingView {
+            appState: window.appState
+        }
+    }
+    Component {
+        id: mainView
+
+        MainView {
+            appState: window.appState
+            onSettingsRequested: window.settingsRequested()
+        }
     }
 }

@@ -58,6 +58,12 @@ public:
     Q_INVOKABLE static QFont font(double size, int weight = QFont::Normal) {
         return GeistFont::font(size, static_cast<QFont::Weight>(weight));
     }
+    /// The same with `tracking` points more between the letters.
+    Q_INVOKABLE static QFont tracked(double size, double tracking, int weight = QFont::Normal) {
+        QFont font = Typeface::font(size, weight);
+        font.setLetterSpacing(QFont::AbsoluteSpacing, tracking);
+        return font;
+    }
 };
 
 } // namespace quorvin

@@ -68,6 +68,7 @@ class FaultCase(ProgramTest):
         self.assert_nothing_left_behind()
 
     def assert_draft_can_be_edited(self, program):
+        program.open_draft()
         program.click("Draft")
         program.press("ctrl+a")
         program.press("BackSpace")
@@ -101,6 +102,7 @@ class FaultTests(FaultCase):
         program = self.start_program(XDG_CONFIG_HOME=self.wall())
 
         program.wait_until_ready()
+        program.click("Get Started")  # Every start is the first one then.
         self.assert_missing(program, NO_SETTINGS)
         self.assertFalse(self.has_failed_to_open_history(program))
         self.assert_usable(program)
@@ -126,6 +128,7 @@ class FaultTests(FaultCase):
         program = self.start_program(XDG_CACHE_HOME=wall, XDG_CONFIG_HOME=wall, XDG_DATA_HOME=wall)
 
         program.wait_until_ready()
+        program.click("Get Started")
         self.assert_missing(program, NO_SETTINGS)
         program.wait_until(lambda: self.has_failed_to_open_history(program), "the report")
         self.assert_usable(program)
@@ -188,6 +191,11 @@ class UnmanagedTests(FaultCase):
 class BlindCase(FaultCase):
     """Without a session bus there is no reading of the window either: keys, and the log."""
 
+    def start_ready_program(self):
+        program = self.start_program()
+        program.wait_until_ready()
+        return program
+
     def assert_usable_blindly(self, program):
         program.press("ctrl+r")
         program.wait_for_log("Recording started successfully")
@@ -233,6 +241,8 @@ class BareTests(BlindCase):
         program.wait_for_window()
         self.assert_missing(program, NO_SOUND_SERVER, NO_SESSION_BUS, NO_WINDOW_MANAGER,
                             NO_SETTINGS)
+        program.press("shift+Tab")  # To the last button of the wizard, which skips it.
+        program.press("Return")
         program.press("ctrl+r")
 
         # It has lived through that, and goes on when there is something to record.

@@ -132,5 +132,5 @@ class FailedDeliveryTests(NotificationCase):
         self.assert_banner(program, "Send Failed", failure, ERROR, is_critical=True)
         program.wait_for_activity("Send failed: " + failure)
         program.wait_for_control(failure)
-        program.click("OK")
+        program.click("Cancel")
         program.wait_until_gone(failure)

@@ -39,7 +39,8 @@ class ShellTests(ProgramTest):
         [settings] = set(self.windows(program)) - {main_window}
         self.assertGreaterEqual(self.desktop.display.geometry(settings)[2:], (780, 560))
 
-        program.click_control("forest")
+        program.click_control("Appearance")
+        program.click_control("Forest")
 
         program.wait_until(lambda: self.stored().get("selectedTheme") == "forest", "the choice")
 

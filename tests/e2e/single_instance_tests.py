@@ -31,6 +31,7 @@ class SingleInstanceTests(ProgramTest):
     def test_a_second_start_brings_back_a_minimised_window(self):
         first = self.start_program()
         window = first.wait_for_window()
+        self.wait_until_in_front(first, window)
         self.desktop.display.minimise(window)
         self.assertEqual(self.desktop.display.windows_of(first.pid), [])
 

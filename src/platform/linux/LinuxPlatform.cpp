@@ -28,6 +28,8 @@
 #include <QLoggingCategory>
 #include <QThreadPool>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace quorvin {
 
 namespace {
@@ -41,6 +43,12 @@ QString userGuideDirectory() {
 
 std::unique_ptr<ProcessTable> makeProcessTable() {
     return std::make_unique<ProcfsProcessTable>();
+}
+
+PermissionHints permissionHints() {
+    return {.microphone = u"Start PipeWire or PulseAudio, then press Grant Access."_s,
+            .accessibility = u"Log in to an X11 session; its display needs the XTEST extension."_s,
+            .automation = u"Start Quorvin in a desktop session with a D-Bus session bus."_s};
 }
 
 void runInBackground(std::function<void()> work) {
@@ -102,7 +110,8 @@ struct LinuxPlatform::Parts {
         updateInstaller,
         makeProcessTable,
         runInBackground,
-        &QCoreApplication::quit};
+        &QCoreApplication::quit,
+        permissionHints()};
 };
 
 void LinuxPlatform::Parts::reportWhatIsMissing() {

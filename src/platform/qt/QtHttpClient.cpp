@@ -133,6 +133,10 @@ Task<QString> QtHttpClient::download(QUrl url, QString directory, std::chrono::m
     if (!store(*reply, file)) { // nothing is left, as a rule
         throw DownloadError(file.errorString());
     }
+    // Qt takes a connection that is closed at the wrong moment for the end of the body.
+    if (file.pos() < expectedBytes(*reply)) {
+        throw DownloadError(u"Connection closed"_s);
+    }
     file.setAutoRemove(false);
     co_return file.fileName();
 }

@@ -18,11 +18,14 @@ AgentService::AgentService(Scheduler& scheduler, Workspace& workspace,
     , m_transport(transport) {}
 
 bool AgentService::isFresh() const {
-    constexpr double millisecondsPerSecond = 1000.0;
     const bool hasSessions = !m_claudeSessions.isEmpty() || !m_opencodeSessions.isEmpty();
-    return m_lastScanTime && hasSessions &&
-           static_cast<double>(m_lastScanTime->msecsTo(m_scheduler.wallTime())) <
-               cacheValidity * millisecondsPerSecond;
+    if (!m_lastScanTime || !hasSessions) {
+        return false;
+    }
+    constexpr double millisecondsPerSecond = 1000.0;
+    const auto age = static_cast<double>(m_lastScanTime->msecsTo(m_scheduler.wallTime()));
+    // A scan of the future was made before somebody set the clock back.
+    return age >= 0 && age < cacheValidity * millisecondsPerSecond;
 }
 
 Task<> AgentService::refreshSessions() {

@@ -45,9 +45,14 @@ bool isKnownPhrase(const QString& text) {
     return std::find(knownPhrases.begin(), knownPhrases.end(), form) != knownPhrases.end();
 }
 
+/// With a mark that combines with it a sign is another character.
+bool hasCharacter(const QString& text, const QString& sign) {
+    // Taking a long text apart costs much, and most texts need not be.
+    return text.contains(sign) && text::characters(text).contains(sign);
+}
+
 bool hasMusicSign(const QString& text) {
-    const QStringList characters = text::characters(text);
-    return characters.contains(u"♪"_s) || characters.contains(u"♫"_s) || text.contains(u"🎵"_s) ||
+    return hasCharacter(text, u"♪"_s) || hasCharacter(text, u"♫"_s) || text.contains(u"🎵"_s) ||
            text.contains(u"🎶"_s);
 }
 

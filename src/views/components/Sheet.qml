@@ -19,8 +19,8 @@ Popup {
     property string title
     property real cornerRadius: 14
     property color fill: Look.bgSurface
-    /// Instead of `fill`.
-    property Gradient gradient: null
+    /// What `fill` turns into towards the lower edge.
+    property color bottomFill: fill
     property color borderColor: Look.border
     property color shadowColor: Qt.rgba(0, 0, 0, 0.5)
     property real shadowRadius: 24
@@ -102,13 +102,13 @@ Popup {
             radius: sheet.glowRadius
             cornerRadius: sheet.cornerRadius
         }
-        Rectangle {
+        SheetGround {
             anchors.fill: parent
             objectName: "sheetGround"
             radius: sheet.cornerRadius
-            color: sheet.fill
-            gradient: sheet.gradient
-            border.color: sheet.borderColor
+            topColor: sheet.fill
+            bottomColor: sheet.bottomFill
+            borderColor: sheet.borderColor
         }
     }
     contentItem: ColumnLayout {

@@ -14,8 +14,8 @@ class ActivityFeedModel : public QAbstractListModel {
     Q_OBJECT
     QML_ELEMENT
     /// Oldest first; new ones come at the end while old ones may go at the beginning.
-    Q_PROPERTY(QList<quorvin::ActivityEntry> entries READ entries WRITE setEntries NOTIFY
-                   entriesChanged)
+    Q_PROPERTY(
+        QList<quorvin::ActivityEntry> entries READ entries WRITE setEntries NOTIFY entriesChanged)
 
 public:
     using QAbstractListModel::QAbstractListModel;

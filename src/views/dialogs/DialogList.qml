@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Controls
 import Quorvin
 
-/// The rows of a dialog. Up and Down move from row to row; the current one has the focus.
+/// The rows of a dialog, which are controls. Up and Down move from row to row; the current one has the focus.
 ListView {
     id: list
 
@@ -13,8 +13,8 @@ ListView {
     function step(by: int) {
         const index = currentIndex + by;
         if (index >= 0 && index < count) {
-            currentIndex = index;
-            currentItem.forceActiveFocus(Qt.TabFocusReason);
+            currentIndex = index; // which moves the focus, but doesn't say that it was a key
+            currentItem.focusReason = Qt.TabFocusReason;
         }
     }
 

@@ -12,16 +12,8 @@ Sheet {
 
     width: 500
     cornerRadius: 16
-    gradient: Gradient {
-        GradientStop {
-            position: 0
-            color: Qt.alpha("#1e1e1e", 0.95)
-        }
-        GradientStop {
-            position: 1
-            color: Qt.alpha("#141414", 0.98)
-        }
-    }
+    fill: Qt.alpha("#1e1e1e", 0.95)
+    bottomFill: Qt.alpha("#141414", 0.98)
     borderColor: Qt.alpha(tint, 0.3)
     shadowColor: Qt.rgba(0, 0, 0, 0.6)
     shadowRadius: 32

@@ -3,7 +3,7 @@ import QtQuick.Controls
 import Quorvin
 
 /// A dictated text of the past and what can be done with it. A click takes it into the draft.
-AbstractButton {
+ItemDelegate {
     id: row
 
     required property QtObject appState
@@ -24,7 +24,6 @@ AbstractButton {
     // The keyboard goes through the buttons of one row only, or there'd be no end of them.
     focusPolicy: isCurrent || activeFocus ? Qt.TabFocus : Qt.NoFocus
     text: HistoryTexts.excerpt(entry.text)
-    Accessible.role: Accessible.ListItem
     Accessible.name: text
     Accessible.description: meta.full
     Accessible.onPressAction: clicked()

@@ -3,7 +3,7 @@ import QtQuick.Controls
 import Quorvin
 
 /// A session of an agent, to be picked.
-AbstractButton {
+ItemDelegate {
     id: row
 
     /// An AgentSessionInfo.
@@ -19,7 +19,6 @@ AbstractButton {
     hoverEnabled: true
     // The keyboard goes to one row; it leaves the others to the arrow keys.
     focusPolicy: ListView.isCurrentItem || activeFocus ? Qt.TabFocus : Qt.NoFocus
-    Accessible.role: Accessible.ListItem
     Accessible.name: text
     Accessible.description: detail.text
     Accessible.onPressAction: clicked()

@@ -8,8 +8,8 @@ void AttachedImagesModel::setImages(const QList<QUrl>& images) {
     if (images == m_images) {
         return;
     }
-    // Images go one at a time, all equal ones at once, or all, and new ones come at the end: walking
-    // along the new list, whatever isn't next in it has gone.
+    // Images go one at a time, all equal ones at once, or all, and new ones come at the end:
+    // walking along the new list, whatever isn't next in it has gone.
     qsizetype kept = 0;
     while (kept < m_images.size()) {
         if (kept < images.size() && m_images[kept] == images[kept]) {
@@ -17,8 +17,7 @@ void AttachedImagesModel::setImages(const QList<QUrl>& images) {
             continue;
         }
         qsizetype end = kept + 1;
-        while (end < m_images.size() &&
-               (kept >= images.size() || m_images[end] != images[kept])) {
+        while (end < m_images.size() && (kept >= images.size() || m_images[end] != images[kept])) {
             ++end;
         }
         beginRemoveRows({}, static_cast<int>(kept), static_cast<int>(end) - 1);

@@ -52,6 +52,7 @@ AbstractButton {
         }
     }
     Accessible.name: label
-    Keys.onReturnPressed: click()
-    Keys.onEnterPressed: click()
+    Accessible.onPressAction: clicked()
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
 }

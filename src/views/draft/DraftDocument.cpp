@@ -85,6 +85,7 @@ void DraftDocument::replaceText() {
         cursor.insertText(m_draft); // one step to undo, the removal of the old text included
         alignParagraphs();
     }
+    m_shown = plainText(*m_document->textDocument());
     Q_EMIT replaced();
 }
 
@@ -119,9 +120,10 @@ void DraftDocument::takeEdit() {
     }
     alignParagraphs();
     const QString text = plainText(*m_document->textDocument());
-    if (text == m_draft) {
+    if (text == m_shown) {
         return; // only its looks have changed
     }
+    m_shown = text;
     m_draft = text;
     Q_EMIT draftChanged();
     Q_EMIT edited(text);

@@ -54,6 +54,7 @@ private:
 
     QPointer<QQuickTextDocument> m_document;
     QString m_draft;
+    QString m_shown; ///< the editor's own text, which may have other line ends than the draft
     bool m_isFollowing = false; ///< complete, and there is an editor
     bool m_isReplacing = false;
 };

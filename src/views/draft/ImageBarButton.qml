@@ -28,6 +28,7 @@ AbstractButton {
         verticalAlignment: Text.AlignVCenter
     }
     Accessible.name: text
-    Keys.onReturnPressed: click()
-    Keys.onEnterPressed: click()
+    Accessible.onPressAction: clicked()
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
 }

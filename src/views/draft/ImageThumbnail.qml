@@ -8,7 +8,7 @@ Item {
 
     required property url url
     required property double size
-    readonly property string fileName: decodeURIComponent(String(url).split("/").pop())
+    readonly property string fileName: picture.fileName
 
     signal remove()
 
@@ -69,8 +69,9 @@ Item {
             verticalAlignment: Text.AlignVCenter
         }
         Accessible.name: text
-        Keys.onReturnPressed: click()
-        Keys.onEnterPressed: click()
+        Accessible.onPressAction: clicked()
+        Keys.onReturnPressed: clicked()
+        Keys.onEnterPressed: clicked()
         onClicked: thumbnail.remove()
     }
 }

@@ -81,8 +81,7 @@ PlacedImage ImageThumbnailPicture::drawn(double devicePixelRatio) const {
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
     painter.setBrush(m_picture.scaled(pixels, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
-    painter.drawRoundedRect(image.rect(), m_radius * devicePixelRatio,
-                            m_radius * devicePixelRatio);
+    painter.drawRoundedRect(image.rect(), m_radius * devicePixelRatio, m_radius * devicePixelRatio);
     painter.end();
     return {image, {QPointF(), QSizeF(pixels) / devicePixelRatio}};
 }

@@ -14,6 +14,7 @@ class ImageThumbnailPicture : public DrawnItem {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QUrl url READ url WRITE setUrl NOTIFY urlChanged)
+    Q_PROPERTY(QString fileName READ fileName NOTIFY urlChanged)
     Q_PROPERTY(double radius READ radius WRITE setRadius NOTIFY radiusChanged)
     /// Whether there is a picture.
     Q_PROPERTY(bool isLoaded READ isLoaded NOTIFY isLoadedChanged)
@@ -24,6 +25,7 @@ public:
 
     [[nodiscard]] QUrl url() const { return m_url; }
     void setUrl(const QUrl& url);
+    [[nodiscard]] QString fileName() const { return m_url.fileName(); }
     [[nodiscard]] double radius() const { return m_radius; }
     void setRadius(double radius);
     [[nodiscard]] bool isLoaded() const { return !m_picture.isNull(); }

@@ -35,8 +35,8 @@ QImage read(const QString& path, int side) {
     const QSize whole = reader.size();
     const int shortSide = std::min(whole.width(), whole.height());
     if (shortSide > side) {
-        reader.setScaledSize(
-            whole.scaled(QSize(side, side), Qt::KeepAspectRatioByExpanding).expandedTo({side, side}));
+        reader.setScaledSize(whole.scaled(QSize(side, side), Qt::KeepAspectRatioByExpanding)
+                                 .expandedTo({side, side}));
     }
     const QImage image = reader.read();
     if (image.isNull()) {

@@ -44,8 +44,7 @@ PlacedImage RoundedFrame::drawn(double devicePixelRatio) const {
     painter.drawRoundedRect(edges.adjusted(half, half, -half, -half), m_radius - half,
                             m_radius - half);
     painter.end();
-    return {image,
-            {QPointF(-air.width(), -air.height()), QSizeF(pixels) / devicePixelRatio}};
+    return {image, {QPointF(-air.width(), -air.height()), QSizeF(pixels) / devicePixelRatio}};
 }
 
 } // namespace quorvin

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "views/main/ShadowedInk.h"
+#include "views/components/ShadowedInk.h"
 
 #include <QFont>
 #include <QPointF>

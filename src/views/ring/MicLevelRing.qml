@@ -23,18 +23,16 @@ AbstractButton {
     hoverEnabled: true
     text: isRecording ? qsTr("Stop") : qsTr("Record")
     Accessible.name: text
-    Accessible.onPressAction: click()
 
-    Keys.onReturnPressed: event => {
+    function pressByKey(event: var) {
+        // Held down it would start and stop again and again.
         if (!event.isAutoRepeat) {
-            click();
+            clicked();
         }
     }
-    Keys.onEnterPressed: event => {
-        if (!event.isAutoRepeat) {
-            click();
-        }
-    }
+
+    Keys.onReturnPressed: event => pressByKey(event)
+    Keys.onEnterPressed: event => pressByKey(event)
 
     HoverHandler {
         cursorShape: Qt.PointingHandCursor
@@ -42,17 +40,15 @@ AbstractButton {
     Timer {
         id: frameTimer
 
+        objectName: "frameTimer"
         repeat: true
         onTriggered: canvas.tick()
     }
 
-    background: Rectangle {
-        objectName: "focusCircle"
+    background: FocusRing {
+        control: ring
+        gap: 0
         radius: width / 2
-        color: "transparent"
-        border.width: 2
-        border.color: Qt.alpha(Look.accent, 0.6)
-        visible: ring.visualFocus
     }
     contentItem: MicLevelRingCanvas {
         id: canvas

@@ -22,7 +22,6 @@ void WaveRingState::appear(double level, bool isRecording, bool isTranscribing, 
     if (!m_timer) {
         scheduleTimer(idleFps);
         m_cachedIsRecording = m_cachedIsRecording && !isRecording;
-        m_cachedIsTranscribing = m_cachedIsTranscribing && !isTranscribing;
     }
     updateInputs(level, isRecording, isTranscribing, isEnabled);
 }
@@ -36,22 +35,17 @@ void WaveRingState::disappear() {
 
 void WaveRingState::updateInputs(double level, bool isRecording, bool isTranscribing,
                                  bool isEnabled) {
-    const bool wasRecording = m_cachedIsRecording;
-    const bool wasTranscribing = m_cachedIsTranscribing;
+    if (isRecording != m_cachedIsRecording) {
+        startImpact(isRecording);
+    }
     m_cachedLevel = level;
     m_cachedIsRecording = isRecording;
     m_cachedIsTranscribing = isTranscribing;
     m_cachedIsEnabled = isEnabled;
 
-    // Within a recording nothing else happens, even if transcribing changes: deliberate.
-    if (isRecording != wasRecording) {
-        startImpact(isRecording);
-        const bool keepsItsRate = isRecording ? wasTranscribing : isTranscribing;
-        if (!keepsItsRate) {
-            scheduleTimer(isRecording ? activeFps : idleFps);
-        }
-    } else if (!isRecording && isTranscribing != wasTranscribing) {
-        scheduleTimer(isTranscribing ? activeFps : idleFps);
+    const double wantedFps = isRecording || isTranscribing ? activeFps : idleFps;
+    if (m_timer != wantedFps) {
+        scheduleTimer(wantedFps);
     }
 }
 

@@ -8,6 +8,7 @@ ACCESSIBLE = "org.a11y.atspi.Accessible"
 COMPONENT = "org.a11y.atspi.Component"
 TEXT = "org.a11y.atspi.Text"
 SCREEN_COORDINATES = 0
+STATE_FOCUSED = 12
 STATE_VISIBLE = 30
 CALL_TIMEOUT_MS = 5000
 
@@ -41,11 +42,18 @@ class Control:
     def role(self):
         return self._call(ACCESSIBLE, "GetRoleName", None, "(s)")[0]
 
+    def _is_in_state(self, bit):
+        low_bits, _ = self._call(ACCESSIBLE, "GetState", None, "(au)")[0]
+        return bool(low_bits & 1 << bit)
+
     @property
     def is_visible(self):
         """Whether a user could see it, maybe after scrolling."""
-        low_bits, _ = self._call(ACCESSIBLE, "GetState", None, "(au)")[0]
-        return bool(low_bits & 1 << STATE_VISIBLE)
+        return self._is_in_state(STATE_VISIBLE)
+
+    @property
+    def is_focused(self):
+        return self._is_in_state(STATE_FOCUSED)
 
     @property
     def text(self):
@@ -83,10 +91,15 @@ def application(connection, pid):
     return None
 
 
+def controls(connection, pid):
+    """All controls of the program with that process id."""
+    root = application(connection, pid)
+    return root.descendants() if root else ()
+
+
 def find(connection, pid, name="", description=""):
     """The first visible control that has what is given; None without one."""
-    root = application(connection, pid)
-    for control in root.descendants() if root else ():
+    for control in controls(connection, pid):
         if (name in ("", control.name) and description in ("", control.description)
                 and control.is_visible):
             return control

@@ -145,6 +145,13 @@ class Program:
         """x, y, width and height of a control on the screen."""
         return self._read(lambda it: it.extents, name=name)
 
+    def focused_control(self):
+        """The name of the control that has the keyboard; empty without one."""
+        for control in accessibility.controls(self._desktop.bus.accessibility, self._child.pid):
+            if control.is_focused and control.role not in ("frame", "window"):
+                return control.name
+        return ""
+
     def press(self, keys):
         """Presses keys in the program's window."""
         self.bring_to_front()

@@ -18,6 +18,10 @@ public:
         : m_scheduler(scheduler), m_start(scheduler.monotonicTime()) {}
 
     [[nodiscard]] bool isTrusted() override { return trusted; }
+    [[nodiscard]] bool requestTrust() override {
+        ++trustRequests;
+        return trusted;
+    }
 
     [[nodiscard]] Task<Result> post(KeyEvent event) override { return record(event, {}); }
 
@@ -38,6 +42,8 @@ public:
     [[nodiscard]] QString keystrokes() const { return m_lines.join(u'\n'); }
 
     bool trusted = true;
+    /// How often the user was asked.
+    int trustRequests = 0;
     /// What posting answers; impossible events aren't written down.
     Result answer = Result::posted;
     /// How long each key-down waits before it is posted, as for a modifier that is still held.

@@ -10,7 +10,9 @@ class FakeTextSelections final : public TextSelections {
 public:
     explicit FakeTextSelections(const FakePasteboard& pasteboard) : m_pasteboard(pasteboard) {}
 
-    Task<std::optional<QString>> selectedText() override { co_return selection; }
+    Task<std::optional<QString>> selectedText() override {
+        co_return std::optional(selection); // the member itself would be moved out
+    }
     Task<std::optional<QString>> pasteboardText() override { co_return m_pasteboard.contents; }
 
     std::optional<QString> selection;

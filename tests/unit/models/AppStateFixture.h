@@ -121,7 +121,10 @@ private:
                         updateInstaller,
                         [this] { return std::make_unique<FakeProcessTable>(processes); },
                         [](const std::function<void()>& work) { work(); },
-                        [this] { ++terminations; }};
+                        [this] { ++terminations; },
+                        {.microphone = QStringLiteral("Start a sound server."),
+                         .accessibility = QStringLiteral("Start a display."),
+                         .automation = QStringLiteral("Start a bus.")}};
     std::unique_ptr<PerformanceMetrics> m_metrics;
     std::unique_ptr<NotificationService> m_notificationService;
     std::unique_ptr<SoundService> m_soundService;

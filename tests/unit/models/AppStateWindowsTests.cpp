@@ -57,6 +57,17 @@ TEST_F(AppStateWindows, CompactModeHidesEveryWindowButPanels) {
     EXPECT_TRUE(panel->visible);
 }
 
+TEST_F(AppStateWindows, TheSettingsInFrontAreNotTakenForTheMainWindow) {
+    const auto main = windowSystem.add(u"Quorvin"_s);
+    const auto settings = windowSystem.add(u"Settings"_s);
+    AppState& app = start();
+    windowSystem.becomeKey(settings);
+    app.switchToCompactMode();
+    app.switchToMainWindow(true);
+    EXPECT_TRUE(main->visible);
+    EXPECT_FALSE(settings->visible);
+}
+
 TEST_F(AppStateWindows, InCompactModeOnlyTheSettingsMayComeForward) {
     const auto main = windowSystem.add(u"Quorvin"_s);
     const auto settings = windowSystem.add(u"Settings"_s);

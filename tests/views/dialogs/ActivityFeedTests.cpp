@@ -180,3 +180,34 @@ TEST_F(ActivityFeed, IsAListOfItsMessagesForThoseWhoCantSeeIt) {
     EXPECT_EQ(entry->role(), QAccessible::ListItem);
     EXPECT_EQ(entry->text(QAccessible::Name), u"entry 1"_s);
 }
+
+TEST_F(ActivityFeed, KeepsItsSizesAndDistances) {
+    startWith(2);
+    showFeed();
+    EXPECT_EQ(propertyOf(u"feedTitle"_s, "font").value<QFont>().pixelSize(), 12);
+    EXPECT_EQ(propertyOf(u"feedCount"_s, "font").value<QFont>().pixelSize(), 10);
+    EXPECT_EQ(propertyOf(u"feedBadge"_s, "radius").toDouble(), 4);
+    EXPECT_EQ(item(u"feedBadge"_s)->size() - item(u"feedCount"_s)->size(), QSizeF(12, 4));
+    EXPECT_EQ(frameOf(u"feedTitle"_s).left() - frameOf(u"feed"_s).left(), 12);
+    const QRectF row = frameOf(u"entryRow"_s);
+    EXPECT_EQ(frameOf(u"entryTime"_s).left() - row.left(), 4);
+    // In the middle of 14 behind 4 of padding, 52 of time and 8.
+    EXPECT_EQ(frameOf(u"entryIcon"_s).center().x() - row.left(), 71);
+    EXPECT_EQ(row.height(), frameOf(u"entryMessage"_s).height() + 6);
+    EXPECT_EQ(frameOf(u"feedList"_s).top() + 4, row.top());
+}
+
+TEST_F(ActivityFeed, HoldsTogetherWithAnyMessage) {
+    startWith(0);
+    for (const QString& message :
+         {u"שלום עולם "_s.repeated(20), u"👩‍👩‍👧‍👦"_s.repeated(60),
+          QString(300, u'x'), u"<img src='http://example.com/a.png'>"_s}) {
+        add(message);
+    }
+    showFeed();
+    for (QQuickItem* message : items(u"entryMessage"_s)) {
+        EXPECT_LE(message->property("contentWidth").toDouble(), message->width());
+    }
+    EXPECT_EQ(messages().last(), u"<img src='http://example.com/a.png'>"_s);
+    EXPECT_EQ(propertyOf(u"entryMessage"_s, "textFormat").toInt(), int(Qt::PlainText));
+}

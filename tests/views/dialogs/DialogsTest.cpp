@@ -1,5 +1,7 @@
 #include "DialogsTest.h"
 
+#include <sqlite3.h>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace quorvin::testing {
@@ -8,6 +10,17 @@ namespace {
 
 constexpr ProcessID terminalPid = 900;
 constexpr ProcessID shellPid = 910;
+
+/// The store stamps its rows with the real time and tells them apart by seconds.
+void makeHistoryOlder(const QString& path) {
+    sqlite3* database = nullptr;
+    ASSERT_EQ(sqlite3_open(path.toUtf8().constData(), &database), SQLITE_OK);
+    EXPECT_EQ(sqlite3_exec(database,
+                           "UPDATE history SET created_at = datetime(created_at, '-1 minute')",
+                           nullptr, nullptr, nullptr),
+              SQLITE_OK);
+    sqlite3_close(database);
+}
 
 } // namespace
 
@@ -21,8 +34,8 @@ void DialogsTest::showOverWindow(const QString& qml) {
 
 void DialogsTest::remember(const QString& text, const QString& sentTo, double duration,
                            const QString& language) {
+    makeHistoryOlder(*bundle.applicationSupport + u"/quorvin/history.db"_s);
     app().historyService()->add(text, language, duration, sentTo);
-    scheduler.advance(std::chrono::seconds(1)); // newer ones have to be told from older ones
 }
 
 void DialogsTest::runAgent(const QString& name, ProcessID pid) {

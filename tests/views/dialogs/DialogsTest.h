@@ -12,7 +12,7 @@ protected:
     /// Shows `qml` with `app` for the program's state, if need be after `start`.
     void showOverWindow(const QString& qml);
 
-    /// Puts a text into the history.
+    /// Puts a text into the history, a minute after the one before.
     void remember(const QString& text, const QString& sentTo = {}, double duration = 4.2,
                   const QString& language = QStringLiteral("en"));
     /// Starts an agent in a terminal of its own, in the directory "project<pid>".
@@ -22,6 +22,8 @@ protected:
 
     /// Until a dialog has come or gone.
     void settle();
+    /// Also while it fades.
+    [[nodiscard]] bool isSheetShown() { return !items(QStringLiteral("sheetContent")).isEmpty(); }
 
     [[nodiscard]] QVariant propertyOf(const QString& objectName, const char* name) {
         return item(objectName)->property(name);

@@ -16,10 +16,6 @@ protected:
         app().showError(message);
         settle();
     }
-    bool isShown() {
-        const auto found = items(u"sheetContent"_s);
-        return !found.isEmpty() && found.first()->isVisible();
-    }
 };
 
 const QString needsAccessibility = u"Accessibility permission required"_s;
@@ -35,7 +31,7 @@ TEST_F(ErrorAlert, TellsTheErrorAndOffersToDismissIt) {
     click(u"defaultButton"_s);
     EXPECT_FALSE(app().showError());
     settle();
-    EXPECT_FALSE(isShown());
+    EXPECT_FALSE(isSheetShown());
 }
 
 TEST_F(ErrorAlert, OffersTheSettingsForAMissingPermission) {
@@ -85,7 +81,7 @@ TEST_F(ErrorAlert, KeepsItsTextsWhileItFadesAway) {
     showAlert(needsAccessibility);
     app().dismissError();
     advance(32ms);
-    EXPECT_TRUE(isShown());
+    EXPECT_TRUE(isSheetShown());
     EXPECT_EQ(textOf(u"alertMessage"_s), needsAccessibility);
     EXPECT_EQ(textOf(u"defaultButton"_s), u"Open Settings"_s);
     settle();
@@ -140,9 +136,15 @@ TEST_F(ErrorAlert, IsReadToThoseWhoCantSeeIt) {
 TEST_F(ErrorAlert, FollowsTheTheme) {
     theme.setTheme(u"latte"_s);
     showAlert(u"No session found."_s);
-    expectColor(propertyOf(u"sheetGround"_s, "color").value<QColor>(), hexColor(u"e6e9ef"));
+    expectColor(propertyOf(u"sheetGround"_s, "topColor").value<QColor>(), hexColor(u"e6e9ef"));
     expectColor(propertyOf(u"alertTitle"_s, "color").value<QColor>(), hexColor(u"4c4f69"));
     theme.setTheme(u"forest"_s);
     advance(500ms);
-    expectColor(propertyOf(u"sheetGround"_s, "color").value<QColor>(), hexColor(u"0f1e0f"));
+    expectColor(propertyOf(u"sheetGround"_s, "topColor").value<QColor>(), hexColor(u"0f1e0f"));
+}
+
+TEST_F(ErrorAlert, TakesAnyTextAsItIs) {
+    const QString text = u"<b>שגיאה</b> 👩‍👩‍👧‍👦 & more"_s;
+    showAlert(text);
+    EXPECT_EQ(textOf(u"alertMessage"_s), text);
 }

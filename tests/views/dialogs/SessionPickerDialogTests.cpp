@@ -56,7 +56,7 @@ TEST_F(SessionPickerDialog, SaysWhatItAsks) {
     QQuickItem* const ground = item(u"sheetGround"_s);
     EXPECT_EQ(ground->width(), 440);
     EXPECT_EQ(ground->property("radius").toDouble(), 14);
-    expectColor(borderColor(ground), withAlpha(purple, 0.3));
+    expectColor(ground->property("borderColor").value<QColor>(), withAlpha(purple, 0.3));
     expectColor(propertyOf(u"sheetShadow"_s, "color").value<QColor>(), withAlpha(Qt::black, 0.5));
     EXPECT_EQ(propertyOf(u"sheetShadow"_s, "radius").toDouble(), 24);
     EXPECT_EQ(frameOf(u"sheetShadow"_s).top() - frameOf(u"sheetGround"_s).top(), 10);
@@ -67,11 +67,11 @@ TEST_F(SessionPickerDialog, SaysWhatItAsks) {
 TEST_F(SessionPickerDialog, StandsOnTheSurfaceOfTheTheme) {
     theme.setTheme(u"latte"_s);
     showWith(2);
-    expectColor(propertyOf(u"sheetGround"_s, "color").value<QColor>(), hexColor(u"e6e9ef"));
+    expectColor(propertyOf(u"sheetGround"_s, "topColor").value<QColor>(), hexColor(u"e6e9ef"));
     expectColor(propertyOf(u"pickerTitle"_s, "color").value<QColor>(), hexColor(u"4c4f69"));
     theme.setTheme(u"nord"_s);
     advance(500ms);
-    expectColor(propertyOf(u"sheetGround"_s, "color").value<QColor>(), hexColor(u"3b4252"));
+    expectColor(propertyOf(u"sheetGround"_s, "topColor").value<QColor>(), hexColor(u"3b4252"));
 }
 
 TEST_F(SessionPickerDialog, IsAsHighAsItsRowsUpToFourAndAHalf) {
@@ -100,7 +100,7 @@ TEST_F(SessionPickerDialog, ARowShowsItsSession) {
 TEST_F(SessionPickerDialog, HasTheLooksOfOpenCode) {
     showOpenCode(2);
     EXPECT_EQ(textOf(u"pickerTitle"_s), u"Select OpenCode Client"_s);
-    expectColor(borderColor(item(u"sheetGround"_s)), withAlpha(green, 0.3));
+    expectColor(propertyOf(u"sheetGround"_s, "borderColor").value<QColor>(), withAlpha(green, 0.3));
     EXPECT_EQ(part(row(0), u"initial"_s)->property("text"), u"O"_s);
     expectColor(colorOf(part(row(0), u"initialTile"_s)), withAlpha(green, 0.2));
 }
@@ -146,6 +146,7 @@ TEST_F(SessionPickerDialog, AClickClosesItBeforeItSends) {
                      [&] { order.append(u"closed"_s); });
     QObject::connect(&app(), &AppState::draftTextChanged, [&] { order.append(u"sent"_s); });
     clickAt(middleOf(row(0)));
+    scheduler.advance(2s);
     EXPECT_EQ(order, QStringList({u"closed"_s, u"sent"_s}));
 }
 
@@ -172,9 +173,16 @@ TEST_F(SessionPickerDialog, CloseAndEscapeSendNothing) {
     settle();
     EXPECT_EQ(app().draftText(), u"fix it"_s);
     EXPECT_FALSE(pasteboard.contents.has_value());
+}
+
+TEST_F(SessionPickerDialog, HasARoundCloseButton) {
+    showWith(2);
     EXPECT_EQ(item(u"closeGround"_s)->size(), QSizeF(28, 28));
+    EXPECT_EQ(propertyOf(u"closeGround"_s, "radius").toDouble(), 14);
+    expectColor(propertyOf(u"closeGround"_s, "color").value<QColor>(), withAlpha(Qt::white, 0.06));
     EXPECT_EQ(propertyOf(u"closeSymbol"_s, "name"), u"xmark"_s);
     EXPECT_EQ(propertyOf(u"closeSymbol"_s, "size").toDouble(), 12);
+    EXPECT_EQ(accessible(item(u"closeButton"_s))->text(QAccessible::Name), u"Close"_s);
 }
 
 TEST_F(SessionPickerDialog, TheFirstRowHasTheFocusAndTheArrowsMoveIt) {
@@ -188,8 +196,7 @@ TEST_F(SessionPickerDialog, TheFirstRowHasTheFocusAndTheArrowsMoveIt) {
         advance(200ms);
     }
     EXPECT_TRUE(row(5)->hasActiveFocus());
-    EXPECT_TRUE(frameOf(u"sessionList"_s)
-                    .contains(row(5)->mapRectToScene(row(5)->boundingRect())));
+    EXPECT_TRUE(frameOf(u"sessionList"_s).contains(row(5)->mapRectToScene(row(5)->boundingRect())));
     key(Qt::Key_Return);
     EXPECT_FALSE(app().showSessionPicker());
     scheduler.advance(2s);
@@ -241,4 +248,50 @@ TEST_F(SessionPickerDialog, TellsItsRowsToThoseWhoCantSeeThem) {
     EXPECT_EQ(entry->text(QAccessible::Description), u"pid 1001 · /dev/pts/1"_s);
     entry->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
     EXPECT_FALSE(app().showSessionPicker());
+}
+
+TEST_F(SessionPickerDialog, ARowKeepsItsSizesAndDistances) {
+    showWith(2);
+    QQuickItem* const first = row(0);
+    const auto frame = [&](const QString& name) {
+        QQuickItem* const found = part(first, name);
+        return found->mapRectToItem(first, found->boundingRect());
+    };
+    const auto fontSize = [&](const QString& name) {
+        return part(first, name)->property("font").value<QFont>().pixelSize();
+    };
+    EXPECT_EQ(fontSize(u"initial"_s), 15);
+    EXPECT_EQ(fontSize(u"sessionTitle"_s), 14);
+    EXPECT_EQ(fontSize(u"sessionDetail"_s), 11);
+    EXPECT_EQ(first->height(), 36 + 2 * 9);
+    EXPECT_EQ(first->width(), 440 - 2 * 16);
+    EXPECT_EQ(frame(u"initialTile"_s), QRectF(14, 9, 36, 36));
+    EXPECT_EQ(part(first, u"initialTile"_s)->property("radius").toDouble(), 9);
+    EXPECT_EQ(frame(u"sessionTitle"_s).left(), 14 + 36 + 12);
+    EXPECT_EQ(frame(u"arrow"_s).right(), first->width() - 14);
+    EXPECT_EQ(part(first, u"arrow"_s)->property("name"), u"arrow.right"_s);
+    EXPECT_EQ(part(first, u"arrow"_s)->property("size").toDouble(), 13);
+    EXPECT_EQ(row(1)->y() - first->y(), 60);
+}
+
+TEST_F(SessionPickerDialog, ItsHeadKeepsItsSizesAndDistances) {
+    showWith(2);
+    const QRectF ground = frameOf(u"sheetGround"_s);
+    EXPECT_EQ(propertyOf(u"pickerTitle"_s, "font").value<QFont>().pixelSize(), 16);
+    EXPECT_EQ(propertyOf(u"pickerCount"_s, "font").value<QFont>().pixelSize(), 12);
+    EXPECT_EQ(frameOf(u"pickerTitle"_s).topLeft() - ground.topLeft(), QPointF(20, 18));
+    EXPECT_EQ(frameOf(u"pickerCount"_s).top() - frameOf(u"pickerTitle"_s).bottom(), 3);
+    EXPECT_EQ(frameOf(u"pickerDivider"_s).top() - frameOf(u"pickerCount"_s).bottom(), 14);
+    EXPECT_EQ(frameOf(u"pickerDivider"_s).width(), 440);
+    EXPECT_EQ(ground.right() - frameOf(u"closeGround"_s).right(), 20);
+}
+
+TEST_F(SessionPickerDialog, ClosesWithItsWindow) {
+    start();
+    show(u"MainWindow {}"_s, appState());
+    openPicker(3);
+    settle();
+    EXPECT_TRUE(isSheetShown());
+    close();
+    EXPECT_TRUE(app().showSessionPicker()) << "nobody has decided";
 }

@@ -10,12 +10,12 @@ namespace {
 class Sheet : public DialogsTest {
 protected:
     void showSheet(const QString& size = u"width: 400; height: 300"_s) {
-        show(u"Rectangle { "_s + size +
+        show(u"Rectangle { id: below; "_s + size +
              u"; property bool wanted; property int dismissals; property int clicksBelow;"
              "color: 'white';"
-             "MouseArea { objectName: 'below'; anchors.fill: parent; onClicked: ++clicksBelow }"
+             "MouseArea { anchors.fill: parent; onClicked: ++clicksBelow }"
              "GlassIconButton { objectName: 'outer'; systemName: 'trash' }"
-             "Sheet { isPresented: parent.wanted; title: 'Choose'; width: 201;"
+             "Sheet { isPresented: below.wanted; title: 'Choose'; width: 201;"
              "  onDismissed: { ++dismissals; wanted = false }"
              "  GlassIconButton { objectName: 'first'; systemName: 'trash'; focus: true }"
              "  GlassIconButton { objectName: 'second'; systemName: 'paperclip' } } }"_s);
@@ -25,10 +25,6 @@ protected:
         settle();
     }
     QQuickItem* panel() { return item(u"sheetContent"_s)->parentItem(); }
-    bool isShown() {
-        const auto found = items(u"sheetContent"_s);
-        return !found.isEmpty() && found.first()->isVisible();
-    }
     bool hasFocus(const QString& name) { return item(name)->hasActiveFocus(); }
 };
 
@@ -50,9 +46,9 @@ TEST_F(Sheet, EscapeAsksToCloseAndLeavesItsBindingWhole) {
     showSheet();
     for (int round = 1; round <= 3; ++round) {
         SCOPED_TRACE(round);
-        EXPECT_FALSE(isShown());
+        EXPECT_FALSE(isSheetShown());
         present(true);
-        EXPECT_TRUE(isShown());
+        EXPECT_TRUE(isSheetShown());
         key(Qt::Key_Escape);
         EXPECT_EQ(root()->property("dismissals").toInt(), round);
         EXPECT_FALSE(root()->property("wanted").toBool());
@@ -64,7 +60,7 @@ TEST_F(Sheet, GoesWithoutAskingWhenItIsTakenAway) {
     showSheet();
     present(true);
     present(false);
-    EXPECT_FALSE(isShown());
+    EXPECT_FALSE(isSheetShown());
     EXPECT_EQ(root()->property("dismissals").toInt(), 0);
 }
 
@@ -74,7 +70,7 @@ TEST_F(Sheet, ComesBackWhenItIsWantedAgainWhileItFades) {
     root()->setProperty("wanted", false);
     advance(48ms);
     present(true);
-    EXPECT_TRUE(isShown());
+    EXPECT_TRUE(isSheetShown());
     EXPECT_EQ(panel()->opacity(), 1);
     EXPECT_EQ(panel()->scale(), 1);
 }
@@ -92,10 +88,10 @@ TEST_F(Sheet, FadesAndGrowsInAndFadesOut) {
     EXPECT_EQ(panel()->scale(), 1);
     root()->setProperty("wanted", false);
     advance(64ms);
-    EXPECT_TRUE(isShown());
+    EXPECT_TRUE(isSheetShown());
     EXPECT_LT(panel()->opacity(), 1);
     advance(100ms);
-    EXPECT_FALSE(isShown());
+    EXPECT_FALSE(isSheetShown());
 }
 
 TEST_F(Sheet, DimsTheWindowAndCastsAShadow) {
@@ -111,11 +107,28 @@ TEST_F(Sheet, DimsTheWindowAndCastsAShadow) {
     EXPECT_EQ(color({20, 150}), QColor(Qt::white));
 }
 
+TEST_F(Sheet, HasRoundCornersWithALineAllAround) {
+    show(u"Rectangle { width: 400; height: 300; color: 'black';"
+         "Sheet { isPresented: true; width: 200; height: 200; fill: '#00ff00';"
+         "  bottomFill: '#0000ff'; borderColor: '#ff0000'; shadowColor: 'transparent' } }"_s);
+    settle();
+    const QPoint corner = frameOf(u"sheetGround"_s).topLeft().toPoint();
+    const QImage image = grab();
+    EXPECT_EQ(image.pixelColor(corner).green(), 0) << "it is round";
+    // On the diagonal the line is 14 * (1 - cos 45°) = 4.1 from the corner on both axes.
+    EXPECT_GT(image.pixelColor(corner + QPoint(4, 4)).red(), 100);
+    EXPECT_GT(image.pixelColor(corner + QPoint(100, 0)).red(), 250);
+    EXPECT_EQ(image.pixelColor(corner + QPoint(100, 10)).red(), 0);
+    EXPECT_GT(image.pixelColor(corner + QPoint(100, 10)).green(), 230);
+    EXPECT_NEAR(image.pixelColor(corner + QPoint(100, 100)).green(), 127, 3);
+    EXPECT_GT(image.pixelColor(corner + QPoint(100, 190)).blue(), 230);
+}
+
 TEST_F(Sheet, HidesTheWindowFromThePointer) {
     showSheet();
     present(true);
     clickAt({20, 150});
-    EXPECT_TRUE(isShown());
+    EXPECT_TRUE(isSheetShown());
     EXPECT_EQ(root()->property("clicksBelow").toInt(), 0);
     present(false);
     clickAt({20, 150});

@@ -2,20 +2,44 @@
 
 #include "views/draft/ImageThumbnailReader.h"
 
+#include <QApplication>
+#include <QFileDialog>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace quorvin::testing {
 
 void DraftViewTest::showPanel() {
     start();
-    show(u"Item { required property QtObject appState; width: 580; height: 600;"
-         "DraftToggleButton { objectName: 'toggle'; x: 20; expanded: true }"
-         "DraftPanel { objectName: 'panel'; appState: parent.appState; x: 20; y: 60; width: 540 } }"_s,
-         appState());
+    show(
+        u"Item { required property QtObject appState; width: 580; height: 600;"
+        "DraftToggleButton { objectName: 'toggle'; x: 20; expanded: true }"
+        "DraftPanel { objectName: 'panel'; appState: parent.appState; x: 20; y: 60; width: 540 } }"_s,
+        appState());
 }
 
 void DraftViewTest::setEditorFocus() {
     editor()->forceActiveFocus();
+}
+
+void DraftViewTest::showEditor() {
+    showPanel();
+    setEditorFocus();
+}
+
+void DraftViewTest::pickImages(const QList<QUrl>& images) {
+    const auto windows = QApplication::topLevelWidgets();
+    for (QWidget* window : windows) {
+        if (auto* const dialog = qobject_cast<QFileDialog*>(window);
+            dialog && dialog->isVisible()) {
+            EXPECT_EQ(dialog->fileMode(), QFileDialog::ExistingFiles);
+            Q_EMIT dialog->urlsSelected(images);
+            dialog->close();
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+            return;
+        }
+    }
+    ADD_FAILURE() << "no picker is open";
 }
 
 QList<QUrl> DraftViewTest::pictures(int count, const QColor& color) {

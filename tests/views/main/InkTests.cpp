@@ -1,5 +1,5 @@
 #include "HeaderViewTest.h"
-#include "views/main/CapsuleInk.h"
+#include "views/components/CapsuleInk.h"
 #include "views/main/LabelInk.h"
 
 #include <cmath>

@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QStandardPaths>
 #include <QThread>
@@ -10,16 +11,34 @@ namespace quorvin {
 
 using namespace Qt::Literals::StringLiterals;
 
+namespace {
+
+constexpr auto resourceDirectory = "/share/quorvin/"_L1;
+
+/// What the first line of a small file says; absent when it says nothing.
+std::optional<QString> firstLine(const QString& path) {
+    constexpr qint64 maxBytes = 64;
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        return std::nullopt;
+    }
+    const QString line = QString::fromUtf8(file.readLine(maxBytes)).trimmed();
+    return line.isEmpty() ? std::nullopt : std::optional(line);
+}
+
+} // namespace
+
 XdgApplicationBundle::XdgApplicationBundle(const QString& updateEndpoint)
     : XdgApplicationBundle(updateEndpoint, QCoreApplication::applicationDirPath()) {}
 
 XdgApplicationBundle::XdgApplicationBundle(const QString& updateEndpoint,
                                            const QString& executableDirectory)
     : m_updateEndpoint(updateEndpoint)
-    , m_prefix(QDir::cleanPath(executableDirectory + u"/.."_s)) {}
+    , m_prefix(QDir::cleanPath(executableDirectory + u"/.."_s))
+    , m_version(firstLine(m_prefix + resourceDirectory + u"version"_s)) {}
 
 std::optional<QString> XdgApplicationBundle::version() const {
-    return QStringLiteral(QUORVIN_VERSION);
+    return m_version;
 }
 
 QString XdgApplicationBundle::bundlePath() const {
@@ -37,7 +56,7 @@ QString XdgApplicationBundle::updateEndpoint() const {
 
 std::optional<QString> XdgApplicationBundle::resource(const QString& name,
                                                       const QString& extension) const {
-    const QString path = m_prefix + u"/share/quorvin/"_s + name + u'.' + extension;
+    const QString path = m_prefix + resourceDirectory + name + u'.' + extension;
     return QFileInfo::exists(path) ? std::optional(path) : std::nullopt;
 }
 

@@ -6,6 +6,8 @@ namespace quorvin {
 
 /// The program as installed below some prefix, with its resources in "share/quorvin" beside the
 /// directory of the executable, and the user's directories of the XDG Base Directory Specification.
+/// The file "version" among the resources holds the version, which is read once: what is installed
+/// later in the same place is not what runs.
 class XdgApplicationBundle final : public ApplicationBundle {
 public:
     /// The bundle of the running executable.
@@ -25,8 +27,9 @@ public:
     [[nodiscard]] int processIdentifier() const override;
 
 private:
-    QString m_updateEndpoint;
-    QString m_prefix;
+    const QString m_updateEndpoint;
+    const QString m_prefix;
+    const std::optional<QString> m_version;
 };
 
 /// Where the settings are kept, whether or not the file exists.

@@ -1,5 +1,7 @@
 #include "platform/linux/terminals/KonsoleTabs.h"
 
+#include "platform/linux/terminals/BusReplies.h"
+
 #include <QRegularExpression>
 
 #include <algorithm>
@@ -72,11 +74,12 @@ Task<std::optional<int>> KonsoleTabs::sessionNumber(QString service, QString win
     const QVariantList nothing;
     const auto sessionList = windowMethod(service, windowPath, u"sessionList"_s);
     const auto list = co_await m_bus.call(sessionList, nothing);
-    for (const QString& number : list ? list->value(0).toStringList() : QStringList()) {
+    for (const QString& number : list ? busReplies::texts(*list) : QStringList()) {
         const SessionBus::Method processId{service, u"/Sessions/"_s + number,
                                            u"org.kde.konsole.Session"_s, u"processId"_s};
         const auto shell = co_await m_bus.call(processId, nothing);
-        if (shell && processes.isOn(shell->value(0).toInt(), tty)) {
+        const auto process = shell ? busReplies::process(*shell) : std::nullopt;
+        if (process && processes.isOn(*process, tty)) {
             co_return number.toInt();
         }
     }

@@ -1,11 +1,11 @@
 #include "platform/linux/terminals/SessionBus.h"
 
+#include "platform/linux/terminals/BusReplies.h"
 #include "platform/linux/terminals/HelperResult.h"
 
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QPointer>
-#include <QXmlStreamReader>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -51,15 +51,14 @@ Task<std::optional<ProcessID>> SessionBus::processOf(QString service) {
     const Method ask = daemonMethod(u"GetConnectionUnixProcessID"_s);
     const QVariantList arguments{service};
     const auto reply = co_await call(ask, arguments, usualLimit);
-    co_return reply ? std::optional(static_cast<ProcessID>(reply->value(0).toUInt()))
-                    : std::nullopt;
+    co_return reply ? busReplies::process(*reply) : std::nullopt;
 }
 
 Task<QStringList> SessionBus::services() {
     const Method list = daemonMethod(u"ListNames"_s);
     const QVariantList arguments;
     const auto reply = co_await call(list, arguments, usualLimit);
-    co_return reply ? reply->value(0).toStringList() : QStringList();
+    co_return reply ? busReplies::texts(*reply) : QStringList();
 }
 
 Task<QStringList> SessionBus::children(QString service, QString path) {
@@ -67,16 +66,7 @@ Task<QStringList> SessionBus::children(QString service, QString path) {
                             u"Introspect"_s};
     const QVariantList arguments;
     const auto reply = co_await call(introspect, arguments, usualLimit);
-    QStringList names;
-    QXmlStreamReader xml(reply ? reply->value(0).toString() : QString());
-    while (!xml.atEnd()) {
-        xml.readNext();
-        if (xml.isStartElement() && xml.name() == u"node" &&
-            xml.attributes().hasAttribute(u"name"_s)) {
-            names.append(xml.attributes().value(u"name"_s).toString());
-        }
-    }
-    co_return names;
+    co_return reply ? busReplies::childNames(*reply) : QStringList();
 }
 
 } // namespace quorvin

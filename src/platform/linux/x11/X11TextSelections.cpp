@@ -1,6 +1,7 @@
 #include "platform/linux/x11/X11TextSelections.h"
 
 #include "platform/Scheduler.h"
+#include "platform/linux/x11/PropertyReply.h"
 
 #include <QPointer>
 
@@ -22,14 +23,6 @@ xcb_atom_t internAtom(xcb_connection_t* connection, std::string_view name) {
     const XcbReply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(
         connection, xcb_intern_atom_unchecked(connection, 0, name.size(), name.data()), nullptr));
     return reply ? reply->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
-}
-
-QByteArrayView bytes(const xcb_get_property_reply_t& reply) {
-    if (reply.format != 8) {
-        return {};
-    }
-    return {static_cast<const char*>(xcb_get_property_value(&reply)),
-            xcb_get_property_value_length(&reply)};
 }
 
 } // namespace
@@ -130,7 +123,7 @@ void X11TextSelections::takeAnswer(Requests::iterator request, xcb_atom_t proper
     if (reply && reply->type == m_incremental) {
         request->isIncremental = true; // its deletion asks for the first part
     } else if (reply) {
-        finish(request, QString::fromUtf8(bytes(*reply)));
+        finish(request, QString::fromUtf8(propertyReply::bytes(reply.get())));
     } else {
         finish(request, std::nullopt);
     }
@@ -138,7 +131,7 @@ void X11TextSelections::takeAnswer(Requests::iterator request, xcb_atom_t proper
 
 void X11TextSelections::takePart(Requests::iterator request, xcb_atom_t property) {
     const auto reply = take(*request, property);
-    const QByteArrayView part = reply ? bytes(*reply) : QByteArrayView();
+    const QByteArray part = propertyReply::bytes(reply.get());
     request->received.append(part);
     if (part.isEmpty() || request->received.size() > largestText) {
         finish(request, QString::fromUtf8(request->received));

@@ -1,35 +1,13 @@
 #include "platform/linux/x11/X11Windows.h"
 
+#include "platform/linux/x11/WindowIdentity.h"
 #include "platform/linux/x11/XcbProperty.h"
-
-#include <QSysInfo>
-
-#include <limits>
 
 #include <xcb/xcb_icccm.h>
 
 namespace quorvin {
 
 namespace {
-
-/// Whether `machine` names this computer; one of the two names may lack the domain.
-bool isThisMachine(const QString& machine) {
-    const QString own = QSysInfo::machineHostName();
-    const auto isShortFor = [](const QString& name, const QString& longer) {
-        return longer.startsWith(name + u'.', Qt::CaseInsensitive);
-    };
-    return machine.compare(own, Qt::CaseInsensitive) == 0 || isShortFor(machine, own) ||
-           isShortFor(own, machine);
-}
-
-std::optional<ProcessID> processOf(std::optional<std::uint32_t> number, const QString& machine) {
-    // Without a machine the number is believed: old toolkits set it alone.
-    if (!number || *number == 0 || *number > std::numeric_limits<ProcessID>::max() ||
-        (!machine.isEmpty() && !isThisMachine(machine))) {
-        return std::nullopt;
-    }
-    return static_cast<ProcessID>(*number);
-}
 
 /// The properties of one window, all asked for at once.
 class WindowRequest {
@@ -48,7 +26,7 @@ public:
     X11Window take(XcbConnection& connection) {
         const auto number = m_process.number();
         const QString machine = m_machine.text();
-        const QList<QByteArray> names = m_class.bytes().split('\0'); // instance and class
+        const windowIdentity::Names names = windowIdentity::names(m_class.bytes());
         const QString title = m_title.text();
         const QString oldTitle = m_oldTitle.text();
         auto userTime = m_userTime.number();
@@ -60,9 +38,9 @@ public:
                     .number();
         }
         return {.window = m_window,
-                .processIdentifier = processOf(number, machine),
-                .instanceName = QString::fromUtf8(names.value(0)),
-                .className = QString::fromUtf8(names.value(1)),
+                .processIdentifier = windowIdentity::process(number, machine),
+                .instanceName = names.instanceName,
+                .className = names.className,
                 .title = title.isEmpty() ? oldTitle : title,
                 .userTime = userTime,
                 .isIconic = m_state.number() == XCB_ICCCM_WM_STATE_ICONIC};

@@ -1,6 +1,6 @@
 #include "platform/linux/x11/XcbProperty.h"
 
-#include <cstring>
+#include "platform/linux/x11/PropertyReply.h"
 
 namespace quorvin {
 
@@ -9,14 +9,6 @@ namespace {
 // In units of four bytes, and more than any property read here holds: a foreign program must not
 // make this one fetch megabytes.
 constexpr std::uint32_t longestProperty = 65'536;
-
-QByteArray bytesOf(const xcb_get_property_reply_t* reply) {
-    if (reply == nullptr || reply->format != 8) {
-        return {};
-    }
-    return {static_cast<const char*>(xcb_get_property_value(reply)),
-            xcb_get_property_value_length(reply)};
-}
 
 } // namespace
 
@@ -31,16 +23,7 @@ XcbReply<xcb_get_property_reply_t> XcbProperty::reply() {
 }
 
 std::vector<std::uint32_t> XcbProperty::numbers() {
-    const auto property = reply();
-    if (!property || property->format != 32) {
-        return {};
-    }
-    std::vector<std::uint32_t> values(property->value_len);
-    if (!values.empty()) {
-        std::memcpy(values.data(), xcb_get_property_value(property.get()),
-                    values.size() * sizeof(values[0]));
-    }
-    return values;
+    return propertyReply::numbers(reply().get());
 }
 
 std::optional<std::uint32_t> XcbProperty::number() {
@@ -49,14 +32,11 @@ std::optional<std::uint32_t> XcbProperty::number() {
 }
 
 QByteArray XcbProperty::bytes() {
-    return bytesOf(reply().get());
+    return propertyReply::bytes(reply().get());
 }
 
 QString XcbProperty::text() {
-    const auto property = reply();
-    const QByteArray bytes = bytesOf(property.get());
-    return property && property->type == XCB_ATOM_STRING ? QString::fromLatin1(bytes)
-                                                         : QString::fromUtf8(bytes);
+    return propertyReply::text(reply().get());
 }
 
 } // namespace quorvin

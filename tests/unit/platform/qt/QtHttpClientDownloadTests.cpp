@@ -178,6 +178,14 @@ TEST_F(HttpDownload, HalfABodyIsAFailure) {
     EXPECT_TRUE(files().isEmpty());
 }
 
+TEST_F(HttpDownload, ALongBodyThatBreaksOffIsAFailure) {
+    server.answer =
+        "HTTP/1.1 200 OK\r\nContent-Length: 3001000\r\n\r\n" + QByteArray(3'000'000, 'x');
+    run(server.url());
+    EXPECT_EQ(error, u"Connection closed"_s);
+    EXPECT_TRUE(files().isEmpty());
+}
+
 TEST_F(HttpDownload, NobodyThereIsAFailure) {
     const QUrl url = server.url();
     server.close();

@@ -66,6 +66,12 @@ TEST_F(HttpClientTest, HalfABodyIsNoAnswer) {
     EXPECT_EQ(result(server.url()), std::nullopt);
 }
 
+TEST_F(HttpClientTest, ALongBodyThatBreaksOffIsNoAnswer) {
+    server.answer =
+        "HTTP/1.1 200 OK\r\nContent-Length: 901000\r\n\r\n" + QByteArray(900'000, ' ');
+    EXPECT_EQ(result(server.url()), std::nullopt);
+}
+
 TEST_F(HttpClientTest, ASilentServerIsGivenUpAfterTheTimeout) {
     server.holdsTheLine = true;
     EXPECT_EQ(result(server.url(), 50ms), std::nullopt);

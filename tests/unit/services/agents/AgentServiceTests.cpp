@@ -143,6 +143,16 @@ TEST_F(AgentServiceTest, AResultWithSessionsIsFreshForTenSeconds) {
     EXPECT_EQ(scans, 2);
 }
 
+TEST_F(AgentServiceTest, AClockThatIsSetBackKeepsNoResultFresh) {
+    add(100, u"claude"_s);
+    refresh();
+    scheduler.setWallTime(scheduler.wallTime().addSecs(-3600));
+    refresh();
+    EXPECT_EQ(scans, 2);
+    refresh();
+    EXPECT_EQ(scans, 2);
+}
+
 TEST_F(AgentServiceTest, ASessionOfEitherAgentMakesAResultFresh) {
     add(100, u"opencode"_s);
     refresh();

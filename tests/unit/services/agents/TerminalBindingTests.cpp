@@ -42,6 +42,14 @@ TEST_F(TerminalBindingTest, TheHolderItselfMayBeTheTerminal) {
     EXPECT_EQ(terminal(), u"org.alacritty"_s);
 }
 
+TEST_F(TerminalBindingTest, EveryProcessBelowTheRootMayBeTheTerminal) {
+    run(50, u"com.googlecode.iterm2"_s);
+    run(2, u"org.alacritty"_s); // the first one in a container
+    processes.holders[tty] = {100};
+    processes.parents = {{100, 2}, {2, 1}};
+    EXPECT_EQ(terminal(), u"org.alacritty"_s);
+}
+
 TEST_F(TerminalBindingTest, TheNearestTerminalIsTaken) {
     run(50, u"com.googlecode.iterm2"_s);
     run(60, u"org.alacritty"_s); // started from within the other one

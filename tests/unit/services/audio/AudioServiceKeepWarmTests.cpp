@@ -106,6 +106,12 @@ TEST_F(AudioServiceKeepWarm, NeitherGainNorGateNorMeterTouchTheLookback) {
     EXPECT_EQ(changes, 0);
 }
 
+TEST_F(AudioServiceKeepWarm, BuffersHoldAQuarterOfATakes) {
+    host.inputFormat = {16000.0, 1};
+    service->startKeepWarm();
+    EXPECT_EQ(engine().tapFrameCount, 256U);
+}
+
 TEST_F(AudioServiceKeepWarm, OtherFormatsAreConverted) {
     host.inputFormat = {48000.0, 2};
     service->startKeepWarm();

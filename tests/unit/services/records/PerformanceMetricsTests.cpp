@@ -169,3 +169,9 @@ TEST_F(PerformanceMetricsTest, SharedIsTheLivingInstance) {
     const PerformanceMetrics anew(scheduler);
     EXPECT_EQ(&PerformanceMetrics::shared(), &anew);
 }
+
+TEST_F(PerformanceMetricsTest, AnOlderInstanceMayGoLater) {
+    const PerformanceMetrics newer(scheduler);
+    metrics.reset();
+    EXPECT_EQ(&PerformanceMetrics::shared(), &newer);
+}

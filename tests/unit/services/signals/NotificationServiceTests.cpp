@@ -137,3 +137,10 @@ TEST_F(NotificationServiceTest, ASuccessfulSendNamesTheAgent) {
 TEST_F(NotificationServiceTest, SharedIsTheLivingInstance) {
     EXPECT_EQ(&NotificationService::shared(), &start());
 }
+
+TEST_F(NotificationServiceTest, AnOlderInstanceMayGoLater) {
+    start();
+    NotificationService newer(system);
+    service.reset();
+    EXPECT_EQ(&NotificationService::shared(), &newer);
+}

@@ -109,3 +109,10 @@ TEST_F(SoundServiceTest, SharedIsTheLivingInstance) {
     const auto sounds = make();
     EXPECT_EQ(&SoundService::shared(), sounds.get());
 }
+
+TEST_F(SoundServiceTest, AnOlderInstanceMayGoLater) {
+    auto older = make();
+    const auto newer = make();
+    older.reset();
+    EXPECT_EQ(&SoundService::shared(), newer.get());
+}

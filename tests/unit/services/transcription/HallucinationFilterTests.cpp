@@ -80,6 +80,11 @@ TEST_F(HallucinationFilter, AMusicSignAnywhereDropsTheWholeText) {
     expectDropped(u"🎶 la la"_s, u"music symbols"_s);
 }
 
+TEST_F(HallucinationFilter, AMusicSignWithACombiningMarkIsAnotherCharacter) {
+    expectKept(u"Play the ♪\u0308 now"_s);
+    expectKept(u"Play the ♫\u20DD now"_s);
+}
+
 TEST_F(HallucinationFilter, ThreeEqualWordsAreDropped) {
     expectDropped(u"go go go"_s, u"repeated word"_s);
     expectDropped(u"Go GO go"_s, u"repeated word"_s);

@@ -1,109 +1,41 @@
-#include "views/ring/RingFigureNumbers.h"
 #include "views/ring/RingStyles.h"
 
+#include <algorithm>
+#include <array>
 #include <cmath>
-#include <map>
-#include <string>
 
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 using namespace quorvin;
-using namespace quorvin::testing;
 using namespace Qt::Literals::StringLiterals;
-using ::testing::DoubleNear;
-using ::testing::Pointwise;
+using Kind = RingShape::Kind;
 
 namespace {
 
-constexpr double tolerance = 2e-9;
-constexpr double colorTolerance = 2e-5; // a channel has 16 bits
-
 using DrawStyle = void (*)(RingPicture&, const RingFrame&, bool);
 
-const std::map<std::string, DrawStyle> styles{
-    {"wave", drawWaveRing}, {"pulse", drawPulseRing},   {"comet", drawCometRing},
-    {"bars", drawBarsRing}, {"orbit", drawOrbitRing},   {"nova", drawNovaRing},
-    {"dna", drawDNARing},   {"plasma", drawPlasmaRing}, {"radar", drawRadarRing},
+struct NamedStyle {
+    QString name;
+    DrawStyle draw;
 };
 
-std::string nameOf(const ExpectedFigure& figure) {
-    const char* const mode = figure.mode == RingMode::recording      ? "Recording"
-                             : figure.mode == RingMode::transcribing ? "Transcribing"
-                                                                     : "Idle";
-    return std::string(figure.style) + mode;
-}
+const std::array styles{
+    NamedStyle{u"wave"_s, drawWaveRing},   NamedStyle{u"pulse"_s, drawPulseRing},
+    NamedStyle{u"comet"_s, drawCometRing}, NamedStyle{u"bars"_s, drawBarsRing},
+    NamedStyle{u"orbit"_s, drawOrbitRing}, NamedStyle{u"nova"_s, drawNovaRing},
+    NamedStyle{u"dna"_s, drawDNARing},     NamedStyle{u"plasma"_s, drawPlasmaRing},
+    NamedStyle{u"radar"_s, drawRadarRing},
+};
 
-void expectPoint(const QPointF& actual, const QPointF& expected) {
-    EXPECT_NEAR(actual.x(), expected.x(), tolerance);
-    EXPECT_NEAR(actual.y(), expected.y(), tolerance);
+/// In the middle of something.
+RingFrame busyFrame(RingMode mode) {
+    return {.size = {320, 300},
+            .mode = mode,
+            .time = 7.3,
+            .smoothLevel = 0.42,
+            .peakLevel = 0.57,
+            .breathPhase = 1.9};
 }
-
-std::array<double, 3> channels(const QColor& color) {
-    return {color.redF(), color.greenF(), color.blueF()};
-}
-
-void expectShape(const RingPicture& picture, const ExpectedShape& expected) {
-    SCOPED_TRACE(expected.index);
-    const RingShape& shape = picture.shapes().at(expected.index);
-    const auto points = picture.points(shape);
-    EXPECT_EQ(shape.kind, expected.kind);
-    expectPoint(points.front(), expected.first);
-    expectPoint(points.size() > 2 ? points[points.size() / 3] : points.back(), expected.other);
-    EXPECT_NEAR(shape.radius, expected.radius, tolerance);
-    EXPECT_NEAR(shape.width, expected.width, tolerance);
-    EXPECT_NEAR(shape.ink.opacity, expected.opacity, tolerance);
-    EXPECT_EQ(shape.ink.color.alphaF(), 1);
-    EXPECT_THAT(channels(shape.ink.color), Pointwise(DoubleNear(colorTolerance), expected.color));
-}
-
-void expectDigest(const RingPicture& picture, const FigureDigest& expected) {
-    ASSERT_EQ(picture.shapes().size(), expected.shapes);
-    double weights = 0;
-    double opacity = 0;
-    double radius = 0;
-    double width = 0;
-    std::array<double, 3> color{};
-    double pointWeights = 0;
-    QPointF point;
-    std::size_t points = 0;
-    for (std::size_t i = 0; i < picture.shapes().size(); ++i) {
-        const RingShape& shape = picture.shapes()[i];
-        const auto weight = static_cast<double>(i + 1);
-        weights += weight;
-        opacity += weight * shape.ink.opacity;
-        radius += weight * shape.radius;
-        width += weight * shape.width;
-        for (std::size_t channel = 0; channel < color.size(); ++channel) {
-            color[channel] += weight * channels(shape.ink.color)[channel];
-        }
-        for (const QPointF& next : picture.points(shape)) {
-            ++points;
-            point += static_cast<double>(points) * next;
-            pointWeights += static_cast<double>(points);
-        }
-    }
-    EXPECT_EQ(points, expected.points);
-    expectPoint(point / pointWeights, expected.meanPoint);
-    EXPECT_NEAR(opacity / weights, expected.meanOpacity, tolerance);
-    EXPECT_NEAR(radius / weights, expected.meanRadius, tolerance);
-    EXPECT_NEAR(width / weights, expected.meanWidth, tolerance);
-    for (double& channel : color) {
-        channel /= weights;
-    }
-    EXPECT_THAT(color, Pointwise(DoubleNear(colorTolerance), expected.meanColor));
-}
-
-void expectFigure(const ExpectedFigure& expected, bool isGlow) {
-    RingPicture picture;
-    styles.at(expected.style)(picture, numbersFrame(expected.mode), isGlow);
-    expectDigest(picture, expected.digest);
-    for (const ExpectedShape& shape : expected.shapes) {
-        expectShape(picture, shape);
-    }
-}
-
-class RingFigure : public ::testing::TestWithParam<ExpectedFigure> {};
-class RingGlow : public ::testing::TestWithParam<ExpectedFigure> {};
 
 RingFrame frameOf(RingMode mode) {
     return {.size = {300, 300}, .mode = mode};
@@ -123,12 +55,16 @@ RingPicture drawn(const QString& animationStyle, const RingFrame& frame) {
 
 /// Whether two pictures are the same in every number.
 bool areEqual(const RingPicture& a, const RingPicture& b) {
-    return std::ranges::equal(
-        a.shapes(), b.shapes(), [&](const RingShape& left, const RingShape& right) {
-            return left.kind == right.kind && left.ink.color == right.ink.color &&
-                   left.ink.opacity == right.ink.opacity && left.radius == right.radius &&
-                   left.width == right.width && std::ranges::equal(a.points(left), b.points(right));
-        });
+    return std::equal(a.shapes().begin(), a.shapes().end(), b.shapes().begin(), b.shapes().end(),
+                      [&](const RingShape& left, const RingShape& right) {
+                          const auto leftPoints = a.points(left);
+                          const auto rightPoints = b.points(right);
+                          return left.kind == right.kind && left.ink.color == right.ink.color &&
+                                 left.ink.opacity == right.ink.opacity &&
+                                 left.radius == right.radius && left.width == right.width &&
+                                 std::equal(leftPoints.begin(), leftPoints.end(),
+                                            rightPoints.begin(), rightPoints.end());
+                      });
 }
 
 double distanceFromCenter(const QPointF& point) {
@@ -137,30 +73,15 @@ double distanceFromCenter(const QPointF& point) {
 
 } // namespace
 
-TEST_P(RingFigure, IsMadeOfTheseShapes) {
-    expectFigure(GetParam(), false);
-}
-
-INSTANTIATE_TEST_SUITE_P(Styles, RingFigure, ::testing::ValuesIn(plainFigures()),
-                         [](const auto& figure) { return nameOf(figure.param); });
-
-TEST_P(RingGlow, IsMadeOfTheseShapes) {
-    expectFigure(GetParam(), true);
-}
-
-INSTANTIATE_TEST_SUITE_P(Styles, RingGlow, ::testing::ValuesIn(glowFigures()),
-                         [](const auto& figure) { return nameOf(figure.param); });
-
 TEST(RingStyles, AreChosenByNameAndNeverGlow) {
-    const RingFrame frame = numbersFrame(RingMode::recording);
+    const RingFrame frame = busyFrame(RingMode::recording);
     for (const auto& [name, draw] : styles) {
-        EXPECT_TRUE(areEqual(drawn(QString::fromStdString(name), frame), drawn(draw, frame)))
-            << name;
+        EXPECT_TRUE(areEqual(drawn(name, frame), drawn(draw, frame))) << name.toStdString();
     }
 }
 
 TEST(RingStyles, AreWavesByAnyOtherName) {
-    const RingFrame frame = numbersFrame(RingMode::idle);
+    const RingFrame frame = busyFrame(RingMode::idle);
     for (const QString& name : {u""_s, u"Pulse"_s, u"waves"_s, u"dna "_s}) {
         EXPECT_TRUE(areEqual(drawn(name, frame), drawn(drawWaveRing, frame))) << name.toStdString();
     }
@@ -168,22 +89,21 @@ TEST(RingStyles, AreWavesByAnyOtherName) {
 
 TEST(RingStyles, EndWithTheShockRingWhileItRuns) {
     for (const auto& [name, draw] : styles) {
-        RingFrame frame = numbersFrame(RingMode::recording);
+        RingFrame frame = busyFrame(RingMode::recording);
         const std::size_t without = drawn(draw, frame).shapes().size();
         frame.showImpact = true;
         frame.impactPhase = 0.25;
         frame.impactIsRecording = true;
-        const RingPicture picture = drawn(QString::fromStdString(name), frame);
-        ASSERT_EQ(picture.shapes().size(), without + 1) << name;
-        // 0.75 is left: 300 (1 - 0.5625) / 2, 0.675, 5.5.
-        expectShape(picture, {.index = without,
-                              .kind = Kind::strokedCircle,
-                              .first = {160, 150},
-                              .other = {160, 150},
-                              .radius = 65.625,
-                              .width = 5.5,
-                              .opacity = 0.675,
-                              .color = {1, 0.2, 0.4}});
+        const RingPicture picture = drawn(name, frame);
+        ASSERT_EQ(picture.shapes().size(), without + 1) << name.toStdString();
+        const RingShape& last = picture.shapes().back();
+        EXPECT_EQ(last.kind, Kind::strokedCircle);
+        EXPECT_EQ(picture.points(last).front(), QPointF(160, 150));
+        EXPECT_EQ(last.ink.color, QColor(0xff, 0x33, 0x66));
+        // 0.75 is left.
+        EXPECT_DOUBLE_EQ(last.radius, 300 * (1 - 0.5625) / 2);
+        EXPECT_DOUBLE_EQ(last.width, 5.5);
+        EXPECT_DOUBLE_EQ(last.ink.opacity, 0.675);
     }
 }
 
@@ -238,7 +158,6 @@ TEST(PulseRing, HasNoMoreThanTwelveRingsHoweverLoudItIs) {
     EXPECT_EQ(ringsAt(0.2), 8U);
     EXPECT_EQ(ringsAt(1), 12U);
     EXPECT_EQ(ringsAt(40), 12U);
-    EXPECT_EQ(ringsAt(std::nan("")), 0U) << "all of them too faint";
 }
 
 TEST(PulseRing, LeavesOutRingsTooFaintToSee) {
@@ -276,8 +195,9 @@ TEST(RadarRing, BlipsFadeOverAThirdOfATurnAndAreOutAtRest) {
     const auto blipsAfter = [](RingMode mode, double turns) {
         RingFrame frame = frameOf(mode);
         frame.time = turns / 0.45;
+        const RingPicture picture = drawn(drawRadarRing, frame);
         std::size_t blips = 0;
-        for (const RingShape& shape : drawn(drawRadarRing, frame).shapes()) {
+        for (const RingShape& shape : picture.shapes()) {
             blips += shape.kind == Kind::filledCircle && shape.radius != 3 ? 1 : 0;
         }
         return blips;
@@ -307,7 +227,7 @@ TEST(CometRing, HasLongerTailsTheLouderItIs) {
 TEST(DNARing, MissesItsNodesAtRestButMeetsThemWhileRecording) {
     // The second node's segment begins where the first node is.
     const auto gap = [](RingMode mode) {
-        RingFrame frame = numbersFrame(mode);
+        RingFrame frame = busyFrame(mode);
         const RingPicture picture = drawn(drawDNARing, frame);
         const QPointF node = picture.points(picture.shapes()[0])[0];
         const QPointF begin = picture.points(picture.shapes()[3])[0];

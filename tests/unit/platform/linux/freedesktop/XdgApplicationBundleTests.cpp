@@ -20,14 +20,51 @@ protected:
         qunsetenv("XDG_CONFIG_HOME");
     }
 
+    /// The bundle's version when its file for it holds this.
+    [[nodiscard]] std::optional<QString> versionFrom(const QByteArray& contents) const {
+        writeResource(u"version"_s, contents);
+        return XdgApplicationBundle({}, prefix.filePath(u"bin"_s)).version();
+    }
+    QString writeResource(const QString& name, const QByteArray& contents = {}) const {
+        QDir(prefix.path()).mkpath(u"share/quorvin"_s);
+        QFile file(prefix.filePath(u"share/quorvin/"_s + name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(contents);
+        return file.fileName();
+    }
+
     QTemporaryDir prefix;
     XdgApplicationBundle bundle{u"https://updates.test/path"_s, prefix.filePath(u"bin"_s)};
 };
 
 } // namespace
 
-TEST_F(XdgApplicationBundleTest, TheVersionIsThatOfTheBuild) {
-    EXPECT_EQ(bundle.version(), QStringLiteral(EXPECTED_VERSION));
+TEST_F(XdgApplicationBundleTest, TheVersionStandsInAFileOfTheBundle) {
+    EXPECT_EQ(versionFrom("1.10.0\n"), u"1.10.0"_s);
+    EXPECT_EQ(versionFrom(" 2.0 \r\nnot this line\n"), u"2.0"_s);
+    EXPECT_EQ(versionFrom("3"), u"3"_s);
+}
+
+TEST_F(XdgApplicationBundleTest, ABundleThatNamesNoVersionHasNone) {
+    EXPECT_EQ(bundle.version(), std::nullopt);
+    EXPECT_EQ(versionFrom(""), std::nullopt);
+    EXPECT_EQ(versionFrom(" \n1.0\n"), std::nullopt);
+}
+
+TEST_F(XdgApplicationBundleTest, AVersionWithoutAnEndIsCut) {
+    EXPECT_LE(versionFrom(QByteArray(1'000'000, '1')).value_or(u""_s).size(), 64);
+}
+
+TEST_F(XdgApplicationBundleTest, TheVersionIsThatOfTheStartEvenWhenTheFilesAreReplaced) {
+    writeResource(u"version"_s, "1.0");
+    const XdgApplicationBundle running({}, prefix.filePath(u"bin"_s));
+    EXPECT_EQ(versionFrom("2.0"), u"2.0"_s);
+    EXPECT_EQ(running.version(), u"1.0"_s);
+}
+
+TEST_F(XdgApplicationBundleTest, TheBuildTreeIsABundleOfItsVersion) {
+    EXPECT_EQ(XdgApplicationBundle({}, QStringLiteral(BUILD_TREE "/bin")).version(),
+              QStringLiteral(EXPECTED_VERSION));
 }
 
 TEST_F(XdgApplicationBundleTest, TheUpdateEndpointIsWhatTheBuildSays) {
@@ -36,10 +73,8 @@ TEST_F(XdgApplicationBundleTest, TheUpdateEndpointIsWhatTheBuildSays) {
 
 TEST_F(XdgApplicationBundleTest, ResourcesStandBesideTheDirectoryOfTheProgram) {
     EXPECT_EQ(bundle.resource(u"ui-pop"_s, u"mp3"_s), std::nullopt);
-    QDir(prefix.path()).mkpath(u"share/quorvin"_s);
-    QFile file(prefix.filePath(u"share/quorvin/ui-pop.mp3"_s));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    EXPECT_EQ(bundle.resource(u"ui-pop"_s, u"mp3"_s), file.fileName());
+    const QString path = writeResource(u"ui-pop.mp3"_s);
+    EXPECT_EQ(bundle.resource(u"ui-pop"_s, u"mp3"_s), path);
     EXPECT_EQ(bundle.resource(u"ui-pop"_s, u"wav"_s), std::nullopt);
 }
 

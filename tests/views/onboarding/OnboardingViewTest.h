@@ -1,0 +1,90 @@
+#pragma once
+
+#include "views/support/ViewTest.h"
+
+#include <QAccessible>
+#include <QColor>
+
+namespace quorvin::testing {
+
+/// The wizard on a machine that grants what a test says; at first it grants nothing.
+class OnboardingViewTest : public ViewTest {
+protected:
+    using Step = OnboardingModel::OnboardingStep;
+
+    OnboardingViewTest() {
+        audioHost.authorization = MicrophoneAuthorization::notDetermined;
+        keyEvents.trusted = false;
+        terminalAutomation.permission = false;
+    }
+
+    void showWizard(QSize size = {580, 850}) {
+        close(); // the one before looks at the program
+        start();
+        scheduler.runPosted();
+        show(QStringLiteral("OnboardingView { width: %1; height: %2 }")
+                 .arg(size.width())
+                 .arg(size.height()),
+             appState());
+        advance(settled);
+    }
+    /// Shows it at this step, whose permission is missing.
+    void showWizardAt(Step step, QSize size = {580, 850}) {
+        if (step > Step::microphone) {
+            audioHost.authorization = MicrophoneAuthorization::authorized;
+        }
+        keyEvents.trusted = step > Step::accessibility;
+        terminalAutomation.permission = step > Step::automation;
+        showWizard(size);
+        if (step == Step::done) {
+            advance(std::chrono::seconds(2));
+        }
+    }
+    OnboardingModel& wizard() { return *app().onboarding(); }
+    [[nodiscard]] Step step() { return wizard().currentStep(); }
+
+    [[nodiscard]] QString pageName() {
+        switch (step()) {
+        case Step::microphone:
+            return QStringLiteral("microphonePage");
+        case Step::accessibility:
+            return QStringLiteral("accessibilityPage");
+        case Step::automation:
+            return QStringLiteral("automationPage");
+        case Step::done:
+            break;
+        }
+        return QStringLiteral("donePage");
+    }
+    /// That item of the page that shows.
+    [[nodiscard]] QQuickItem* onPage(const QString& objectName) {
+        QQuickItem* const page = item(pageName());
+        for (QQuickItem* found : items(objectName)) {
+            if (page->isAncestorOf(found)) {
+                return found;
+            }
+        }
+        ADD_FAILURE() << "no " << objectName.toStdString() << " on " << pageName().toStdString();
+        return nullptr;
+    }
+    [[nodiscard]] QString textOnPage(const QString& objectName) {
+        return onPage(objectName)->property("text").toString();
+    }
+    void clickOnPage(const QString& objectName) { clickAt(middleOf(onPage(objectName))); }
+
+    [[nodiscard]] static QColor colorOf(QQuickItem* found, const char* name = "color") {
+        return found->property(name).value<QColor>();
+    }
+    [[nodiscard]] static QAccessibleInterface* accessible(QQuickItem* found) {
+        return QAccessible::queryAccessibleInterface(found);
+    }
+    [[nodiscard]] QRectF frameOf(QQuickItem* found) {
+        (void)grab(); // lays out what has changed
+        return found->mapRectToScene(found->boundingRect());
+    }
+
+    /// Until one step has faded into the next.
+    static constexpr std::chrono::milliseconds settled{250};
+};
+
+} // namespace quorvin::testing
