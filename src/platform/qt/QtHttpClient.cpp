@@ -37,7 +37,8 @@ bool store(QNetworkReply& reply, QIODevice& file) {
     return true;
 }
 
-/// -1 when the server doesn't tell.
+/// -1 when the server doesn't tell. Has to be compared with what came: Qt takes a connection that
+/// is closed at the wrong moment for the end of the body.
 qint64 expectedBytes(const QNetworkReply& reply) {
     const QVariant length = reply.header(QNetworkRequest::ContentLengthHeader);
     return length.isValid() ? length.toLongLong() : -1;
@@ -95,7 +96,11 @@ Task<std::optional<QByteArray>> QtHttpClient::get(QUrl url, QByteArray accept,
         }
     });
     const bool isWholeAnswer = co_await arrival(reply);
-    co_return isWholeAnswer ? std::optional(reply->readAll()) : std::nullopt;
+    const QByteArray body = reply->readAll();
+    if (!isWholeAnswer || body.size() < expectedBytes(*reply)) {
+        co_return std::nullopt;
+    }
+    co_return body;
 }
 
 Task<QString> QtHttpClient::download(QUrl url, QString directory, std::chrono::milliseconds timeout,
@@ -133,7 +138,6 @@ Task<QString> QtHttpClient::download(QUrl url, QString directory, std::chrono::m
     if (!store(*reply, file)) { // nothing is left, as a rule
         throw DownloadError(file.errorString());
     }
-    // Qt takes a connection that is closed at the wrong moment for the end of the body.
     if (file.pos() < expectedBytes(*reply)) {
         throw DownloadError(u"Connection closed"_s);
     }

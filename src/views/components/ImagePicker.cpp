@@ -41,7 +41,9 @@ void ImagePicker::open() {
     m_dialog->setFileMode(QFileDialog::ExistingFiles);
     m_dialog->setNameFilter(imageFilter());
     m_dialog->setOption(QFileDialog::HideNameFilterDetails);
-    connect(m_dialog, &QFileDialog::urlsSelected, this, &ImagePicker::picked);
+    // Not its urlsSelected, which Qt's own dialog doesn't send.
+    connect(m_dialog, &QDialog::accepted, this,
+            [this, dialog = m_dialog.get()] { Q_EMIT picked(dialog->selectedUrls()); });
     m_dialog->show();
 }
 

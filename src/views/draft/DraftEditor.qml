@@ -58,7 +58,7 @@ Rectangle {
             }
             TapHandler {
                 acceptedButtons: Qt.RightButton
-                onTapped: menu.popup()
+                onTapped: eventPoint => menu.popup(eventPoint.position)
             }
             DraftMenu {
                 id: menu

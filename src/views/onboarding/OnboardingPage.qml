@@ -31,15 +31,25 @@ ScrollPage {
 
     signal skipped()
 
+    /// How the keys come to it.
+    required property int focusReason
+    readonly property bool canHaveFocus: visible && enabled
+
     /// Return presses its first button from now on.
-    function takeFocus(reason: int) {
-        buttonRow.children[0].forceActiveFocus(reason);
+    function takeFocus() {
+        buttonRow.children[0].forceActiveFocus(focusReason);
     }
 
     contentHeight: Math.max(height, columnTop + column.height + extra.height + footHeight)
     opacity: isCurrent ? 1 : 0
-    visible: opacity > 0
+    visible: isCurrent || opacity > 0
     enabled: isCurrent
+
+    onCanHaveFocusChanged: {
+        if (canHaveFocus) {
+            takeFocus();
+        }
+    }
 
     Behavior on opacity {
         enabled: page.isAnimated

@@ -16,10 +16,7 @@ Rectangle {
     property bool hasBegun: false
     /// The user goes from button to button by keys, and has to see where they go.
     property bool isFocusVisible: false
-
-    function moveFocus() {
-        pages[step].takeFocus(isFocusVisible ? Qt.TabFocusReason : Qt.OtherFocusReason);
-    }
+    readonly property int focusReason: isFocusVisible ? Qt.TabFocusReason : Qt.OtherFocusReason
 
     color: Look.bgBase
 
@@ -28,12 +25,11 @@ Rectangle {
             hasBegun = false;
             wizard.checkInitialState();
             hasBegun = true;
-            moveFocus();
+            pages[step].takeFocus();
         } else {
             wizard.stop();
         }
     }
-    onStepChanged: moveFocus()
 
     Connections {
         target: view.Window.window
@@ -78,6 +74,7 @@ Rectangle {
             anchors.fill: parent
             isCurrent: view.step === 0
             isAnimated: view.hasBegun
+            focusReason: view.focusReason
             systemName: "mic.fill"
             iconSize: 48
             title: qsTr("Microphone Access")
@@ -101,6 +98,7 @@ Rectangle {
             anchors.fill: parent
             isCurrent: view.step === 1
             isAnimated: view.hasBegun
+            focusReason: view.focusReason
             systemName: "keyboard"
             title: qsTr("Accessibility Access")
             description: qsTr("Quorvin needs Accessibility access to\ntype transcribed text into terminal apps.")
@@ -134,6 +132,7 @@ Rectangle {
             anchors.fill: parent
             isCurrent: view.step === 2
             isAnimated: view.hasBegun
+            focusReason: view.focusReason
             systemName: "gearshape.2"
             title: qsTr("Automation Access")
             description: qsTr("Quorvin needs Automation access to control\nTerminal, iTerm, and System Events.\n\nAllow each prompt that appears, or open\nSettings → Privacy → Automation to enable.")
@@ -160,6 +159,7 @@ Rectangle {
             anchors.fill: parent
             isCurrent: view.step === 3
             isAnimated: view.hasBegun
+            focusReason: view.focusReason
             systemName: "checkmark.circle.fill"
             iconSize: 56
             tint: Look.success

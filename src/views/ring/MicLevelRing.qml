@@ -23,6 +23,7 @@ AbstractButton {
     hoverEnabled: true
     text: isRecording ? qsTr("Stop") : qsTr("Record")
     Accessible.name: text
+    Accessible.onPressAction: clicked()
 
     function pressByKey(event: var) {
         // Held down it would start and stop again and again.

@@ -7,17 +7,17 @@ Item {
     required property int columns
     default property alias content: grid.data
 
-    readonly property real chipWidth: (grid.width - (columns - 1) * grid.spacing) / columns
+    readonly property int margin: 16
+    readonly property int chipWidth: (width - 2 * margin + grid.spacing) / columns - grid.spacing
 
     width: parent?.width ?? 0
-    implicitHeight: grid.height + 2 * grid.x
+    implicitHeight: grid.height + 2 * margin
 
     Grid {
         id: grid
 
-        x: 16
-        y: x
-        width: parent.width - 2 * x
+        x: Math.round((parent.width - width) / 2)
+        y: chips.margin
         columns: chips.columns
         spacing: 8
     }

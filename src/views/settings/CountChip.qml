@@ -7,7 +7,7 @@ Rectangle {
 
     required property int count
 
-    implicitWidth: Math.max(words.implicitWidth + 2 * 9, height)
+    implicitWidth: Math.max(Math.ceil(words.implicitWidth) + 2 * 9, height)
     implicitHeight: 22
     radius: 11
 

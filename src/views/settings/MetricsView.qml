@@ -67,7 +67,7 @@ Column {
         required property color tint
 
         objectName: "metricChip"
-        implicitWidth: words.implicitWidth + 2 * 8
+        implicitWidth: Math.ceil(words.implicitWidth) + 2 * 8
         implicitHeight: 20
         radius: 5
         color: Qt.alpha(tint, 0.12)

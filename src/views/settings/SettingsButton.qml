@@ -13,7 +13,7 @@ AbstractButton {
 
     horizontalPadding: 12
     verticalPadding: 5
-    implicitWidth: leftPadding + implicitContentWidth + rightPadding
+    implicitWidth: Math.ceil(leftPadding + implicitContentWidth + rightPadding)
     implicitHeight: topPadding + implicitContentHeight + bottomPadding
     focusPolicy: Qt.TabFocus
     hoverEnabled: true

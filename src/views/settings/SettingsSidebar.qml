@@ -35,7 +35,7 @@ Pane {
     }
 
     background: Rectangle {
-        color: sidebar.palette.window
+        color: ThemeManager.current.usesLightAppearance ? sidebar.palette.window : "#17171f"
     }
 
     Column {

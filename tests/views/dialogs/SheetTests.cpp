@@ -14,7 +14,7 @@ protected:
              u"; property bool wanted; property int dismissals; property int clicksBelow;"
              "color: 'white';"
              "MouseArea { anchors.fill: parent; onClicked: ++clicksBelow }"
-             "GlassIconButton { objectName: 'outer'; systemName: 'trash' }"
+             "GlassIconButton { objectName: 'outer'; x: 300; systemName: 'trash' }"
              "Sheet { isPresented: below.wanted; title: 'Choose'; width: 201;"
              "  onDismissed: { ++dismissals; wanted = false }"
              "  GlassIconButton { objectName: 'first'; systemName: 'trash'; focus: true }"

@@ -30,9 +30,8 @@ protected:
     }
     /// Shows it at this step, whose permission is missing.
     void showWizardAt(Step step, QSize size = {580, 850}) {
-        if (step > Step::microphone) {
-            audioHost.authorization = MicrophoneAuthorization::authorized;
-        }
+        audioHost.authorization = step > Step::microphone ? MicrophoneAuthorization::authorized
+                                                          : MicrophoneAuthorization::notDetermined;
         keyEvents.trusted = step > Step::accessibility;
         terminalAutomation.permission = step > Step::automation;
         showWizard(size);

@@ -22,7 +22,8 @@ class Scene final : public quorvin::testing::SettingsViewTest {
 public:
     void TestBody() override {}
 
-    void shoot(const QDir& directory, const QString& themeName, const QString& suffix, QSize size) {
+    void shoot(const QDir& pictures, const QString& themeName, const QString& suffix,
+               QSize windowSize) {
         audioHost.deviceList = {{.number = 7, .name = "Desk Microphone", .inputChannelCount = 1}};
         defaults.setString(u"selectedDevice"_s, u"7"_s);
         defaults.setString(u"selectedTheme"_s, themeName);
@@ -36,10 +37,10 @@ public:
         setLevel(0.7);
         for (int i = 0; i < SettingsTabs::count(); ++i) {
             const auto tab = static_cast<SettingsTabs::SettingsTab>(i);
-            showSection(tab, size);
+            showSection(tab, windowSize);
             const QString name = SettingsTabs::title(tab).toLower();
             if (!grab().save(
-                    directory.filePath(u"settings-%1-%2%3.png"_s.arg(themeName, name, suffix)))) {
+                    pictures.filePath(u"settings-%1-%2%3.png"_s.arg(themeName, name, suffix)))) {
                 std::abort();
             }
         }

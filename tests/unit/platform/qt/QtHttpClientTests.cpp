@@ -67,8 +67,7 @@ TEST_F(HttpClientTest, HalfABodyIsNoAnswer) {
 }
 
 TEST_F(HttpClientTest, ALongBodyThatBreaksOffIsNoAnswer) {
-    server.answer =
-        "HTTP/1.1 200 OK\r\nContent-Length: 901000\r\n\r\n" + QByteArray(900'000, ' ');
+    server.answer = "HTTP/1.1 200 OK\r\nContent-Length: 901000\r\n\r\n" + QByteArray(900'000, ' ');
     EXPECT_EQ(result(server.url()), std::nullopt);
 }
 

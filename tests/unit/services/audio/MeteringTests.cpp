@@ -34,6 +34,7 @@ TEST(Metering, RMSIsSummedInDoublePrecision) {
 TEST(Metering, FirstChannelRMSIgnoresTheOtherChannels) {
     EXPECT_EQ(firstChannelRMS(std::vector{0.5F, 9.0F, -0.5F, 7.0F}, 2), 0.5F);
     EXPECT_EQ(firstChannelRMS(std::vector{0.25F, -0.25F}, 1), 0.25F);
+    EXPECT_EQ(firstChannelRMS(std::vector{3.0F, 9.0F, 4.0F, 7.0F}, 2), std::sqrt(12.5F));
 }
 
 TEST(Metering, TargetIsOneAndAHalfTimesTheRMS) {
