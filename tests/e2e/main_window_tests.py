@@ -4,7 +4,7 @@ import os
 import pathlib
 
 from delivery_tests import DeliveryCase
-from desktop import word_errors
+from desktop import speaking_engine, word_errors
 from program_test import SENTENCE
 
 
@@ -61,13 +61,31 @@ class MainWindowTests(DeliveryCase):
             self.assertIn(image, told)
         self.assertEqual(program.draft(), "")
         program.wait_until_gone("Remove second.png")
-        [row] = self.home.history()
-        self.assertEqual((row["text"], row["sent_to"]), (spoken, "Claude"))
+        self.assertEqual(self.sent(), [(spoken, "")])  # What was edited is nobody's.
+
+    def sent(self):
+        """The texts of the history and to whom they went."""
+        return [(row["text"], row["sent_to"] or "") for row in self.home.history()]
+
+    def test_a_text_of_the_history_is_loaded_and_sent_again(self):
+        self.home.install_engine(speaking_engine("a take"))
+        program, [terminal] = self.open_program_with({})
+        program.record()
+        self.say(SENTENCE)
+        program.stop_recording()
+        program.click("Clear")
+        program.wait_until(lambda: program.draft() == "", "an empty draft")
 
         program.click("History")
-        program.wait_for_control("→ Claude")
         program.click("Load")
-        program.wait_until(lambda: program.draft() == spoken, "the text of the history")
+        program.wait_until(lambda: program.draft() == "a take", "the text of the history")
+        program.click("Claude")
+
+        program.wait_for_activity("Sent to Claude successfully")
+        self.assert_told(terminal, "a take")
+        self.assertEqual(self.sent(), [("a take", "Claude")])
+        program.click("History")
+        program.wait_for_control("→ Claude")
 
     def test_of_two_sessions_the_picked_one_gets_text_and_image(self):
         program, [first, second] = self.open_program_with({"project": "alpha"},

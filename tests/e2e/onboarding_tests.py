@@ -2,6 +2,7 @@
 
 import json
 import os
+import time
 
 from desktop import Desktop
 from program_test import SENTENCE, ProgramTest
@@ -84,6 +85,7 @@ class OnboardingTests(OnboardingCase):
             lambda: self.desktop.display.windows_of(program.pid) not in ([], [window]),
             "the panel")
         program.wait_until_gone(FIRST_STEP)
+        time.sleep(1)  # For a while after the switch, windows that come back are hidden.
 
         self.desktop.display.press("ctrl+grave")
 

@@ -5,8 +5,6 @@
 #include <QScreen>
 #include <QWindow>
 
-#include <algorithm>
-
 namespace quorvin {
 
 namespace {
@@ -70,7 +68,6 @@ std::vector<std::shared_ptr<AppWindow>> QtWindowSystem::windows() {
             result.push_back(wrapped(window));
         }
     }
-    std::reverse(result.begin(), result.end()); // Qt has the newest first
     return result;
 }
 

@@ -88,8 +88,8 @@ QImage softShadow(QSize shape, double cornerRadius, double radius, const QColor&
         auto* const row = reinterpret_cast<QRgb*>(image.scanLine(y)); // NOLINT
         const int fromEdge = std::min(y, image.height() - 1 - y);
         for (int x = 0; x <= (image.width() - 1) / 2; ++x) {
-            const int alpha = static_cast<int>(
-                std::lround(color.alphaF() * corner.opacity(x, fromEdge) * 255));
+            const int alpha =
+                static_cast<int>(std::lround(color.alphaF() * corner.opacity(x, fromEdge) * 255));
             row[x] = qPremultiply(qRgba(color.red(), color.green(), color.blue(), alpha));
             row[image.width() - 1 - x] = row[x];
         }
@@ -122,9 +122,9 @@ PlacedImage SoftShadow::drawn(double devicePixelRatio) const {
     if (size().isEmpty() || m_color.alpha() == 0) {
         return {};
     }
-    const QImage image = softShadow((size() * devicePixelRatio).toSize(),
-                                    m_cornerRadius * devicePixelRatio,
-                                    m_radius * devicePixelRatio, m_color);
+    const QImage image =
+        softShadow((size() * devicePixelRatio).toSize(), m_cornerRadius * devicePixelRatio,
+                   m_radius * devicePixelRatio, m_color);
     const double margin = softShadowMargin(m_radius * devicePixelRatio) / devicePixelRatio;
     return {image, QRectF(QPointF(-margin, -margin), QSizeF(image.size()) / devicePixelRatio)};
 }

@@ -27,8 +27,8 @@ class SoftShadow : public DrawnItem {
     /// Of the blur, in points.
     Q_PROPERTY(double radius READ radius WRITE setRadius NOTIFY radiusChanged)
     /// Of the rectangle, in points.
-    Q_PROPERTY(double cornerRadius READ cornerRadius WRITE setCornerRadius NOTIFY
-                   cornerRadiusChanged)
+    Q_PROPERTY(
+        double cornerRadius READ cornerRadius WRITE setCornerRadius NOTIFY cornerRadiusChanged)
 
 public:
     using DrawnItem::DrawnItem;

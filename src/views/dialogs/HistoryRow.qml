@@ -87,6 +87,8 @@ ItemDelegate {
                     anchors.centerIn: parent
                     width: Math.min(implicitWidth, 140)
                     text: "→ " + row.entry.sentTo
+                    Accessible.role: Accessible.StaticText
+                    Accessible.name: text
                     textFormat: Text.PlainText
                     font: Typeface.font(10)
                     color: "white"

@@ -77,8 +77,8 @@ Rectangle {
     component HeaderButton: GlassIconButton {
         id: button
 
-        Keys.onReturnPressed: click()
-        Keys.onEnterPressed: click()
+        Keys.onReturnPressed: clicked()
+        Keys.onEnterPressed: clicked()
 
         HelpTip {
             text: button.text

@@ -39,8 +39,8 @@ AbstractButton {
     text: isClaude ? "Claude" : "OpenCode"
     font: Typeface.font(13, Font.Bold)
     Accessible.name: text
-    Keys.onReturnPressed: click()
-    Keys.onEnterPressed: click()
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
 
     onClicked: {
         isPressed = true;

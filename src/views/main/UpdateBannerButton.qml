@@ -14,8 +14,8 @@ AbstractButton {
     hoverEnabled: true
     font: Typeface.font(11)
     Accessible.name: text
-    Keys.onReturnPressed: click()
-    Keys.onEnterPressed: click()
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
 
     background: Rectangle {
         objectName: "bannerButtonPane"

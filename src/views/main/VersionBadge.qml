@@ -24,8 +24,8 @@ AbstractButton {
     text: "v" + appState.version
     font: Typeface.font(9)
     Accessible.name: tooltip
-    Keys.onReturnPressed: click()
-    Keys.onEnterPressed: click()
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
 
     onClicked: {
         if (isUpdateAvailable) {

@@ -148,6 +148,7 @@ Rectangle {
             }
             OnboardingButton {
                 objectName: "automationSettingsButton"
+                anchors.verticalCenter: parent.verticalCenter
                 text: qsTr("Open Settings")
                 onClicked: view.wizard.openAutomationSettings()
             }

@@ -138,6 +138,8 @@ ComboBox {
             model: picker.popup.visible ? picker.delegateModel : null
             currentIndex: picker.highlightedIndex
             boundsBehavior: Flickable.StopAtBounds
+            // It scrolled to the current entry while it had no height yet.
+            onHeightChanged: positionViewAtIndex(currentIndex, ListView.Contain)
 
             ScrollBar.vertical: SlimScrollBar { tint: picker.palette.text }
         }

@@ -49,6 +49,12 @@ Row {
         hoverEnabled: true
         Accessible.name: field.label
         Accessible.description: field.description
+        Keys.onPressed: event => {
+            if (event.key === Qt.Key_Home || event.key === Qt.Key_End) {
+                event.accepted = true;
+                field.chosen(event.key === Qt.Key_Home ? field.from : field.to);
+            }
+        }
         // Assistants set the value itself.
         onValueChanged: {
             const number = field.stepped(value);

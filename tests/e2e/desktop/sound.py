@@ -64,6 +64,11 @@ class SoundServer:
         for module in ("module-remap-source", "module-null-sink"):
             subprocess.run(["pactl", "unload-module", module], env=self._environment, check=True)
 
+    def hear_tone(self):
+        """Lets the microphone hear a tone, until the server is started again."""
+        subprocess.run(["pactl", "load-module", "module-sine", "sink=" + MICROPHONE_INPUT],
+                       env=self._environment, check=True, stdout=subprocess.DEVNULL)
+
     def _has_microphone(self):
         sources = subprocess.run(["pactl", "list", "short", "sources"], env=self._environment,
                                  check=False, capture_output=True, encoding="utf-8").stdout

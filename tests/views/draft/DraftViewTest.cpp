@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QFileDialog>
+#include <QLineEdit>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -33,8 +34,12 @@ void DraftViewTest::pickImages(const QList<QUrl>& images) {
         if (auto* const dialog = qobject_cast<QFileDialog*>(window);
             dialog && dialog->isVisible()) {
             EXPECT_EQ(dialog->fileMode(), QFileDialog::ExistingFiles);
-            Q_EMIT dialog->urlsSelected(images);
-            dialog->close();
+            QString names;
+            for (const QUrl& image : images) {
+                names += u'"' + image.toLocalFile() + u"\" "_s;
+            }
+            dialog->findChild<QLineEdit*>()->setText(names);
+            static_cast<QDialog*>(dialog)->accept();
             QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
             return;
         }

@@ -101,7 +101,7 @@ TEST_F(AudioSection, TheBarShowsTheLevelOfATake) {
     app().startRecording();
     for (const auto& [level, fill] : levels) {
         setLevel(level);
-        advance(60ms);
+        advance(80ms); // one frame to start, and the animation
         EXPECT_NEAR(item(u"levelFill"_s)->width(), app().audioLevel() * 160, 0.5);
         EXPECT_NEAR(app().audioLevel(), level, 0.05);
         EXPECT_EQ(colorOf(u"levelFill"_s), QColor(fill));
@@ -112,6 +112,7 @@ TEST_F(AudioSection, TheBarShowsTheLevelOfATake) {
 TEST_F(AudioSection, TheBarFollowsWithinATwentiethOfASecond) {
     show(u"AudioLevelBar { level: 0 }"_s);
     root()->setProperty("level", 0.5);
+    advance(16ms); // the frame that starts it
     advance(25ms);
     const double half = item(u"levelFill"_s)->width();
     EXPECT_GT(half, 10);
@@ -119,7 +120,7 @@ TEST_F(AudioSection, TheBarFollowsWithinATwentiethOfASecond) {
     advance(30ms);
     EXPECT_EQ(item(u"levelFill"_s)->width(), 80);
     root()->setProperty("level", 3.0);
-    advance(60ms);
+    advance(80ms);
     EXPECT_EQ(item(u"levelFill"_s)->width(), 160);
 }
 

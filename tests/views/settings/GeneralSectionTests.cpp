@@ -136,6 +136,13 @@ TEST_F(GeneralSection, TheSilenceTimeoutGoesFromThreeToThirtySeconds) {
     press(slider, Qt::Key_Left, 40);
     EXPECT_EQ(app().silenceTimeout(), 3);
     EXPECT_EQ(defaults.number(u"silenceTimeout"_s), 3);
+    press(slider, Qt::Key_End);
+    EXPECT_EQ(app().silenceTimeout(), 30);
+    EXPECT_EQ(slider->property("value").toDouble(), 30);
+    press(slider, Qt::Key_Home);
+    EXPECT_EQ(app().silenceTimeout(), 3);
+    press(slider, Qt::Key_Right);
+    EXPECT_EQ(app().silenceTimeout(), 4);
 }
 
 TEST_F(GeneralSection, TheSilenceTimeoutIsUsableWithoutAutoStop) {

@@ -125,7 +125,8 @@ TEST(DroppedImages, SurviveHostileData) {
     EXPECT_TRUE(isAccepted("file:///a%FF%FE.png")) << "not UTF-8, yet some file's name";
     EXPECT_TRUE(accepted(u"text/x-moz-url"_s, QByteArray("f\0i", 3)).isEmpty());
     EXPECT_TRUE(accepted(u"text/x-moz-url"_s, "\xFF\xFE").isEmpty());
-    EXPECT_TRUE(accepted(u"text/plain"_s, "file:///" + QByteArray(5'000'000, 'a') + ".png").isEmpty());
+    EXPECT_TRUE(
+        accepted(u"text/plain"_s, "file:///" + QByteArray(5'000'000, 'a') + ".png").isEmpty());
     EXPECT_EQ(acceptedList(QByteArray("file:///a/one.png\n").repeated(10'000)).size(), 10'000);
 }
 

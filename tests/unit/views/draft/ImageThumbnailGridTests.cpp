@@ -29,8 +29,8 @@ TEST(ImageThumbnailGrid, HasSmallerSquaresForMoreImages) {
 }
 
 TEST(ImageThumbnailGrid, HasAsManyColumnsAsFit) {
-    EXPECT_EQ(Grid::columns(5, width), 6); // 6 * 80 + 5 * 4 = 500, and 84 more would not fit
-    EXPECT_EQ(Grid::columns(6, width), 7); // 7 * 64 + 6 * 4 = 472
+    EXPECT_EQ(Grid::columns(5, width), 6);   // 6 * 80 + 5 * 4 = 500, and 84 more would not fit
+    EXPECT_EQ(Grid::columns(6, width), 7);   // 7 * 64 + 6 * 4 = 472
     EXPECT_EQ(Grid::columns(18, width), 10); // 10 * 48 + 9 * 4 = 516, to the point
     EXPECT_EQ(Grid::columns(18, 515.5), 9);
     EXPECT_EQ(Grid::columns(18, 1136), 21);

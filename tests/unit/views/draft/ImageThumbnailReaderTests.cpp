@@ -7,9 +7,8 @@
 #include <QSemaphore>
 #include <QTemporaryDir>
 
-#include <sys/stat.h>
-
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 using namespace quorvin;
 using namespace Qt::Literals::StringLiterals;
@@ -120,7 +119,8 @@ TEST_F(ImageThumbnailReader, ShowsAnAnimationAtItsFirstFrame) {
 }
 
 TEST_F(ImageThumbnailReader, GoesByTheContentNotByTheName) {
-    EXPECT_FALSE(imageThumbnail::read(written(png(filled(9, 9, Qt::red)), u"a.jpg"_s), 80).isNull());
+    EXPECT_FALSE(
+        imageThumbnail::read(written(png(filled(9, 9, Qt::red)), u"a.jpg"_s), 80).isNull());
 }
 
 TEST_F(ImageThumbnailReader, GivesNothingForWhatIsNoImage) {
@@ -129,7 +129,10 @@ TEST_F(ImageThumbnailReader, GivesNothingForWhatIsNoImage) {
     EXPECT_TRUE(imageThumbnail::read(directory.path(), 80).isNull());
     EXPECT_TRUE(imageThumbnail::read(written("", u"empty.png"_s), 80).isNull());
     EXPECT_TRUE(imageThumbnail::read(written("no picture", u"text.heic"_s), 80).isNull());
-    EXPECT_TRUE(imageThumbnail::read(written(QByteArray("\0\0\0\x18""ftypheic", 12), u"a.heic"_s),
+    EXPECT_TRUE(imageThumbnail::read(written(QByteArray("\0\0\0\x18"
+                                                        "ftypheic",
+                                                        12),
+                                             u"a.heic"_s),
                                      80)
                     .isNull());
     EXPECT_TRUE(imageThumbnail::read(saved(filled(9, 9, Qt::red), u"a.png"_s), 0).isNull());
