@@ -22,6 +22,7 @@ ThemedWindow {
     }
     Shortcut {
         sequences: ["Ctrl+Q", "Meta+Q"]
+        context: Qt.ApplicationShortcut // while a sheet is open, too
         onActivated: Qt.quit()
     }
     Shortcut {

@@ -32,13 +32,12 @@ class SettingsTests(ProgramTest):
     def open_settings(self, program, section):
         main_window = program.wait_for_window()
         program.press("ctrl+comma")
-        program.wait_until(lambda: len(self.windows(program)) == 2, "the settings")
-        [settings] = set(self.windows(program)) - {main_window}
+        [settings] = program.wait_until(lambda: set(self.windows(program)) - {main_window},
+                                        "the settings")
         program.wait_until(lambda: self.desktop.display.focused_window() == settings,
                            "the settings in front")
         if section != "General":
             program.click_control(section)
-        return settings
 
     def start_in(self, section):
         program = self.start_ready_program()
@@ -71,7 +70,8 @@ class SettingsTests(ProgramTest):
         return program.wait_until(attempt, "the controls")
 
     def wait_for_texts(self, program, *texts):
-        program.wait_until(lambda: set(texts) <= set(self.texts(program)), "the texts %r" % (texts,))
+        program.wait_until(lambda: set(texts) <= set(self.texts(program)),
+                           "the texts %r" % (texts,))
 
     def test_the_toggles_of_the_first_section_are_kept(self):
         program = self.start_in("General")

@@ -12,7 +12,7 @@ from desktop.packages import SOURCE_TREE
 
 TAKE_SECONDS = 0.4
 SAID = "a take"
-THEMES = ("Latte", "Mocha", "Synthwave", "Default")
+THEMES = ("Latte", "Mocha", "Synthwave", "Neon")
 PICTURE = SOURCE_TREE / "docs/images/compact.png"
 PANEL_SIZE = (360, 72)
 # Threads that wait for work in vain end after half a minute.

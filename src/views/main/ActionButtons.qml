@@ -34,15 +34,19 @@ Item {
             objectName: "claudeChip"
             target: SendChip.Target.Claude
             disabled: !buttons.hasDraft
+            Accessible.description: hint.text
             onClicked: buttons.appState.sendToClaude()
         }
         SendChip {
             objectName: "openCodeChip"
             target: SendChip.Target.OpenCode
             disabled: !buttons.hasDraft
+            Accessible.description: hint.text
             onClicked: buttons.appState.sendToOpenCode()
         }
         Text {
+            id: hint
+
             objectName: "draftHint"
             Layout.fillWidth: true
             horizontalAlignment: Text.AlignRight

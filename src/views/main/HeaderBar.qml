@@ -77,6 +77,7 @@ Rectangle {
     component HeaderButton: GlassIconButton {
         id: button
 
+        Accessible.onPressAction: clicked()
         Keys.onReturnPressed: clicked()
         Keys.onEnterPressed: clicked()
 

@@ -39,6 +39,11 @@ AbstractButton {
     text: isClaude ? "Claude" : "OpenCode"
     font: Typeface.font(13, Font.Bold)
     Accessible.name: text
+    Accessible.onPressAction: {
+        if (enabled) {
+            clicked();
+        }
+    }
     Keys.onReturnPressed: clicked()
     Keys.onEnterPressed: clicked()
 

@@ -105,7 +105,7 @@ Item {
             }
             Item {
                 anchors.verticalCenter: parent.verticalCenter
-                width: Math.max(timer.width, badge.isTranscribing ? threeDots.advanceWidth : 0) + 2
+                width: Math.max(timer.width, badge.isTranscribing ? Math.ceil(threeDots.advanceWidth) : 0) + 2
                 height: timer.height
                 visible: badge.timerText !== ""
 

@@ -14,6 +14,7 @@ AbstractButton {
     hoverEnabled: true
     font: Typeface.font(11)
     Accessible.name: text
+    Accessible.onPressAction: clicked()
     Keys.onReturnPressed: clicked()
     Keys.onEnterPressed: clicked()
 

@@ -24,6 +24,7 @@ AbstractButton {
     text: "v" + appState.version
     font: Typeface.font(9)
     Accessible.name: tooltip
+    Accessible.onPressAction: clicked()
     Keys.onReturnPressed: clicked()
     Keys.onEnterPressed: clicked()
 

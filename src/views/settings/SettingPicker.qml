@@ -46,13 +46,7 @@ ComboBox {
         color: picker.hovered || picker.down ? picker.palette.midlight : picker.palette.button
         border.color: Qt.alpha(picker.palette.buttonText, 0.12)
 
-        Rectangle {
-            anchors.fill: parent
-            anchors.margins: -3
-            radius: 9
-            color: "transparent"
-            border.width: 2
-            border.color: Look.accent
+        FocusRing {
             visible: picker.visualFocus
         }
     }

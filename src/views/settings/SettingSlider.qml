@@ -87,13 +87,7 @@ Row {
             radius: 8
             color: slider.pressed ? "#dcdce4" : "white"
 
-            Rectangle {
-                anchors.fill: parent
-                anchors.margins: -3
-                radius: width / 2
-                color: "transparent"
-                border.width: 2
-                border.color: Look.accent
+            FocusRing {
                 visible: slider.visualFocus
             }
         }

@@ -25,6 +25,7 @@ Pane {
     topPadding: 18
     Accessible.role: Accessible.List
     Accessible.name: qsTr("Sections")
+    Component.onCompleted: rows.itemAt(selectedSection).forceActiveFocus()
     Keys.onUpPressed: step(-1)
     Keys.onDownPressed: step(1)
     Keys.onPressed: event => {

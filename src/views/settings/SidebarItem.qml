@@ -15,8 +15,8 @@ AbstractButton {
     verticalPadding: 7
     implicitHeight: topPadding + implicitContentHeight + bottomPadding
     hoverEnabled: true
-    // The keyboard goes to one row; it leaves the others to the arrow keys.
-    focusPolicy: isSelected || activeFocus ? Qt.TabFocus : Qt.NoFocus
+    // Tab goes to one row; it leaves the others to the arrow keys.
+    focusPolicy: isSelected || activeFocus ? Qt.StrongFocus : Qt.ClickFocus
     font: Typeface.font(13, isSelected ? Font.Medium : Font.Normal)
     Accessible.role: Accessible.ListItem
     Accessible.name: text

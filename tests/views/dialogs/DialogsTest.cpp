@@ -32,6 +32,12 @@ void DialogsTest::showOverWindow(const QString& qml) {
     settle();
 }
 
+void DialogsTest::showMainWindow() {
+    app().completeOnboarding();
+    show(u"MainWindow {}"_s, appState());
+    settle();
+}
+
 void DialogsTest::remember(const QString& text, const QString& sentTo, double duration,
                            const QString& language) {
     makeHistoryOlder(*bundle.applicationSupport + u"/quorvin/history.db"_s);

@@ -12,6 +12,9 @@ protected:
     /// Shows `qml` with `app` for the program's state, if need be after `start`.
     void showOverWindow(const QString& qml);
 
+    /// Shows the window of the program, after `start`, as if it had been set up.
+    void showMainWindow();
+
     /// Puts a text into the history, a minute after the one before.
     void remember(const QString& text, const QString& sentTo = {}, double duration = 4.2,
                   const QString& language = QStringLiteral("en"));

@@ -244,7 +244,7 @@ TEST_F(HistoryDialog, ASecondErrorClosesBeforeTheHistoryDoes) {
 TEST_F(HistoryDialog, TheWindowMayCloseUnderIt) {
     start();
     remember(u"fix it"_s);
-    show(u"MainWindow {}"_s, appState());
+    showMainWindow();
     open();
     app().showError(u"The disk is full."_s);
     settle();
@@ -265,7 +265,7 @@ TEST_F(HistoryDialog, TheWindowMayCloseUnderIt) {
 TEST_F(HistoryDialog, TabStaysInsideInTheMainWindow) {
     start();
     remember(u"fix it"_s);
-    show(u"MainWindow {}"_s, appState());
+    showMainWindow();
     open();
     const auto isInSheet = [this] {
         return item(u"sheetContent"_s)->isAncestorOf(window().activeFocusItem());

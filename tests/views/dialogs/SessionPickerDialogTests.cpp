@@ -288,7 +288,7 @@ TEST_F(SessionPickerDialog, ItsHeadKeepsItsSizesAndDistances) {
 
 TEST_F(SessionPickerDialog, ClosesWithItsWindow) {
     start();
-    show(u"MainWindow {}"_s, appState());
+    showMainWindow();
     openPicker(3);
     settle();
     EXPECT_TRUE(isSheetShown());

@@ -85,6 +85,16 @@ TEST_F(ActionButtons, AreReachedByTabOnceThereIsADraft) {
     EXPECT_TRUE(item(u"openCodeChip"_s)->hasActiveFocus());
 }
 
+TEST_F(ActionButtons, TellThoseWhoCantSeeWhatTheyWaitFor) {
+    showButtons();
+    const auto description = [this] {
+        return accessible(u"claudeChip"_s)->text(QAccessible::Description);
+    };
+    EXPECT_EQ(description(), u"record or type first"_s);
+    app().setDraftText(u"Fix the login."_s);
+    EXPECT_EQ(description(), QString());
+}
+
 TEST_F(ActionButtons, CutTheHintWhereThereIsNoRoom) {
     showButtons(380);
     EXPECT_TRUE(property(u"draftHint"_s, "truncated").toBool());

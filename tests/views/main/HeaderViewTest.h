@@ -11,6 +11,10 @@ namespace quorvin::testing {
 /// The header's views, with what their tests ask of items by name.
 class HeaderViewTest : public ViewTest {
 protected:
+    ~HeaderViewTest() override {
+        close(); // before what its views are bound to
+    }
+
     [[nodiscard]] QVariant property(const QString& objectName, const char* name) {
         return item(objectName)->property(name);
     }

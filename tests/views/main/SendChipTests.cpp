@@ -217,7 +217,6 @@ TEST_F(SendChip, TakesNoClicksWhileDisabled) {
     expectRestingLookAlone();
     key(Qt::Key_Tab);
     EXPECT_FALSE(item(u"chip"_s)->hasActiveFocus());
-    EXPECT_TRUE(accessible(u"chip"_s)->state().disabled);
     pressByAssistant(u"chip"_s);
     EXPECT_EQ(calls(), 0);
 }
@@ -236,7 +235,6 @@ TEST_F(SendChip, IsOperatedByKeyboardAndAssistant) {
     showChip(openCode);
     EXPECT_EQ(accessible(u"chip"_s)->text(QAccessible::Name), u"OpenCode"_s);
     EXPECT_EQ(accessible(u"chip"_s)->role(), QAccessible::Button);
-    EXPECT_FALSE(accessible(u"chip"_s)->state().disabled);
     const QPoint aboveTheChip(90, 38);
     const QColor before = color(aboveTheChip);
     key(Qt::Key_Tab);

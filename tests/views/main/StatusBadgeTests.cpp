@@ -176,7 +176,7 @@ TEST_F(StatusBadge, ShowsTheDotWithItsGlow) {
     const QPoint middle = placeOf(u"dot"_s).center().toPoint();
     EXPECT_EQ(picture.pixelColor(middle), amber);
     const int ground = picture.pixelColor(middle + QPoint(0, 8)).red();
-    EXPECT_GT(picture.pixelColor(middle + QPoint(0, 4)).red(), ground + 20);
+    EXPECT_GT(picture.pixelColor(middle + QPoint(0, 3)).red(), ground + 20);
 }
 
 TEST_F(StatusBadge, TellsItsStateToThoseWhoCantSeeIt) {

@@ -157,9 +157,9 @@ TEST_F(UpdateBanner, SpinsWhileItInstalls) {
     EXPECT_NEAR(dots[1]->opacity(), 0.15, 1e-6) << "the next to be lit";
     int steps = 0;
     QObject::connect(dots[0], &QQuickItem::opacityChanged, [&] { ++steps; });
-    advance(100ms);
+    advance(120ms); // timers of QML fire with the next frame
     EXPECT_EQ(dots[1]->opacity(), 1);
-    advance(900ms);
+    advance(880ms);
     EXPECT_NEAR(steps, 10, 1) << "a second";
     window().hide();
     EXPECT_FALSE(timer->property("running").toBool());

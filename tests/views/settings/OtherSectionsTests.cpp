@@ -110,8 +110,7 @@ TEST_F(ShortcutsSection, HasItsRows) {
                            u"Notes: "_s}));
     for (const auto& [label, keys] : shortcuts) {
         EXPECT_EQ(accessible(control(label, u"keysPill"_s))->text(QAccessible::Name), keys);
-        EXPECT_TRUE(keys.endsWith(
-            control(label, u"shortcutKeys"_s)->property("text").toString()));
+        EXPECT_TRUE(keys.endsWith(control(label, u"shortcutKeys"_s)->property("text").toString()));
         const bool isClip = keys.startsWith(u"📎");
         EXPECT_EQ(control(label, u"keysSymbol"_s)->isVisible(), isClip);
     }

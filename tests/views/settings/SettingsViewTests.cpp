@@ -25,6 +25,11 @@ TEST_F(SettingsView, OpensWithTheGeneralSection) {
     EXPECT_EQ(window().title(), u"Settings"_s);
     EXPECT_TRUE(isSelected(Tab::general));
     EXPECT_EQ(textOf(u"sectionTitle"_s), u"General"_s);
+    key(Qt::Key_Down);
+    EXPECT_TRUE(isSelected(Tab::audio)) << "the keyboard is in the sidebar";
+    clickAt(middleOf(sidebarItem(Tab::updates)));
+    key(Qt::Key_Up);
+    EXPECT_TRUE(isSelected(Tab::permissions));
 }
 
 TEST_F(SettingsView, ListsTheSectionsInTheSidebar) {
