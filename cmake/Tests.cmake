@@ -1,5 +1,8 @@
 include(GoogleTest)
 
+# Every test program with the label "unit" or "views", for scripts/test.sh --sanitize.
+add_custom_target(unit_and_view_tests)
+
 # quorvin_unit_test(NAME SOURCES file... USES target...)
 #
 # One test program; every test in it becomes a test of ctest with the label "unit".
@@ -8,6 +11,7 @@ function(quorvin_unit_test name)
     add_executable(${name} ${arg_SOURCES})
     set_target_properties(${name} PROPERTIES AUTOMOC ON)
     target_link_libraries(${name} PRIVATE ${arg_USES} quorvin_test_support)
+    add_dependencies(unit_and_view_tests ${name})
     gtest_discover_tests(${name}
         TEST_PREFIX "${name}."
         PROPERTIES LABELS unit TIMEOUT 60

@@ -10,14 +10,21 @@
 #include "theme/ThemeManager.h"
 
 #include <QApplication>
+#include <QIcon>
 #include <QQuickStyle>
 #include <QStandardPaths>
+
+#include <malloc.h>
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace quorvin {
 
 int runProgram(int argc, char** argv, const QString& updateEndpoint) {
+    // Every window draws on a thread of its own. With an arena for each of them, what the window
+    // had allocated stays with the program when it closes: 15 MiB for each opening of the settings.
+    mallopt(M_ARENA_MAX, 1);
+
     QApplication application(argc, argv);
     SingleInstance instance(QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation));
     if (!instance.isFirst()) {
@@ -25,6 +32,7 @@ int runProgram(int argc, char** argv, const QString& updateEndpoint) {
     }
     QApplication::setApplicationName(u"Quorvin"_s);
     QApplication::setDesktopFileName(u"quorvin"_s);
+    QApplication::setWindowIcon(QIcon(u":/quorvin.svg"_s));
     QApplication::setFont(GeistFont::font(13));
     QApplication::setQuitOnLastWindowClosed(false); // it goes on in the status item
     QQuickStyle::setStyle(u"Basic"_s);

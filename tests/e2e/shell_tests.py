@@ -58,6 +58,11 @@ class ShellTests(ProgramTest):
                            "the settings in front")
         self.assertEqual(len(self.windows(program)), 2)
 
+    def test_the_window_carries_the_icon_of_the_program(self):
+        program = self.start_program()
+        icon = self.desktop.display.window_property(program.wait_for_window(), "_NET_WM_ICON")
+        self.assertIn("Icon (", icon)
+
     def start_with_status_item(self):
         tray = self.enterContext(StatusNotifierWatcher(self.desktop.bus.address))
         program = self.start_ready_program()

@@ -47,16 +47,24 @@ class VirtualDisplay:
             raise AssertionError("no X server\n" + server.tail())
         self._environment["DISPLAY"] = ":" + number
         if self._has_window_manager:
-            manager = self._start("openbox", "--sm-disable", "--config-file",
-                                  self._window_manager_settings())
-            manager.wait_until(
-                lambda: "window id" in self._root_property("_NET_SUPPORTING_WM_CHECK"),
-                "the window manager")
+            self._start_window_manager()
         return self
 
     def __exit__(self, *_):
         for child in reversed(self._children):
             child.stop()
+
+    def _start_window_manager(self):
+        self._window_manager = self._start("openbox", "--sm-disable", "--config-file",
+                                           self._window_manager_settings())
+        self._window_manager.wait_until(
+            lambda: "window id" in self._root_property("_NET_SUPPORTING_WM_CHECK"),
+            "the window manager")
+
+    def restart_window_manager(self):
+        """Another one takes the place of the one that ends."""
+        self._window_manager.stop()
+        self._start_window_manager()
 
     def _window_manager_settings(self):
         """With no key but the one that closes windows: a menu on Alt+Space would take that key."""
@@ -120,6 +128,10 @@ class VirtualDisplay:
     def windows_of(self, pid):
         """The visible windows of a process."""
         return self._output("xdotool", "search", "--onlyvisible", "--pid", str(pid)).split()
+
+    def window_property(self, window, name):
+        """A property of a window, as xprop writes it."""
+        return self._output("xprop", "-id", window, name)
 
     def focus(self, window):
         """Brings a window to the front and gives it the keyboard."""

@@ -59,6 +59,14 @@ class SoundServer:
     def kill(self):
         self._server.kill()
 
+    def stop(self):
+        self._server.stop()
+
+    def suspend_microphone(self, is_suspended):
+        """Puts the microphone to sleep as the server does with devices, or wakes it."""
+        subprocess.run(["pactl", "suspend-source", "microphone", "%d" % is_suspended],
+                       env=self._environment, check=True)
+
     def unplug_microphones(self):
         """Leaves the server without anything that can be recorded, until it is started again."""
         for module in ("module-remap-source", "module-null-sink"):

@@ -54,6 +54,11 @@ class AgentTerminal:
         """The texts that the agent was told, oldest first."""
         return self._state()["submitted"]
 
+    @property
+    def prompt(self):
+        """What stands at the agent's prompt."""
+        return self._state()["prompt"]
+
     def wait_for_submission(self):
         self._child.wait_until(lambda: self.submitted, "a text submitted to the agent")
 

@@ -1,0 +1,118 @@
+#include "AppStateFixture.h"
+
+using namespace quorvin;
+using namespace quorvin::testing;
+using namespace Qt::Literals::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr ProcessID terminalPid = 900;
+constexpr ProcessID firstAgentPid = 1000;
+
+/// Amounts and jumps of time that no day brings.
+class Reliability : public AppStateTest {
+protected:
+    void runAgents(int count) {
+        workspace.running = {{terminalPid, u"Terminal"_s, u"com.apple.Terminal"_s}};
+        for (ProcessID pid = firstAgentPid; pid < firstAgentPid + count; ++pid) {
+            const QString tty = u"pts/%1"_s.arg(pid);
+            processes.rows.push_back({pid, u"claude"_s, tty});
+            processes.parents[pid] = terminalPid;
+            processes.holders[u"/dev/"_s + tty] = {pid};
+            processes.workingDirectories[pid] = u"/home/dev/project%1"_s.arg(pid);
+        }
+    }
+
+    void moveWallClock(std::chrono::seconds by) {
+        scheduler.setWallTime(scheduler.wallTime().addSecs(by.count()));
+    }
+
+    [[nodiscard]] QString newestText() const { return history().constFirst().text; }
+};
+
+} // namespace
+
+TEST_F(Reliability, ADictationOfTenThousandCharactersStaysWhole) {
+    const QString text = u"word "_s.repeated(2000).trimmed() + u"."_s;
+    ASSERT_EQ(text.size(), 10'000);
+    start();
+    dictate(text);
+    EXPECT_EQ(app().draftText(), text);
+    EXPECT_EQ(newestText(), text);
+    EXPECT_EQ(feed(ActivityType::success).last().size(), feed().last().size());
+    for (const QString& message : feed()) {
+        EXPECT_LT(message.size(), 100) << "the feed shows a beginning only";
+    }
+}
+
+TEST_F(Reliability, OfFiftySessionsThePickedOneIsTold) {
+    runAgents(50);
+    defaults.setBoolean(u"agentsIncluded"_s, false);
+    start();
+    app().setDraftText(u"fix it"_s);
+    app().sendToClaude();
+    scheduler.advance(2s);
+    ASSERT_TRUE(app().showSessionPicker());
+    const auto sessions = app().sessionPickerSessions();
+    ASSERT_EQ(sessions.size(), 50);
+
+    app().sendToPickedSession(sessions.at(49));
+    scheduler.advance(2s);
+
+    EXPECT_EQ(terminalAutomation.focused, QStringList{u"com.apple.Terminal /dev/pts/1049"_s});
+    EXPECT_EQ(pasteboard.contents, u"fix it"_s);
+    EXPECT_EQ(feed().last(), u"Sent to Claude successfully"_s);
+}
+
+TEST_F(Reliability, AClockThatIsSetBackLosesNoTake) {
+    start();
+    for (int i = 0; i < 20; ++i) {
+        dictate(u"take %1"_s.arg(i));
+        scheduler.advance(1s);
+    }
+    moveWallClock(-1h);
+    app().setDraftText(QString());
+    dictate(u"after"_s);
+    EXPECT_EQ(app().draftText(), u"after"_s);
+    EXPECT_EQ(newestText(), u"after"_s);
+    EXPECT_EQ(history().size(), 20);
+}
+
+TEST_F(Reliability, AClockThatIsSetBackDuringATakeLeavesItsLengthAlone) {
+    start();
+    engineSays(u"a take"_s);
+    app().startRecording();
+    speak();
+    moveWallClock(-1h);
+    speak();
+    app().stopRecording();
+    scheduler.runPosted();
+    EXPECT_EQ(app().draftText(), u"a take"_s);
+    EXPECT_NEAR(history().constFirst().duration, 2.0, 0.1);
+}
+
+TEST_F(Reliability, ATakeGoesOnAfterTheMachineSlept) {
+    start();
+    engineSays(u"a take"_s);
+    app().startRecording();
+    speak();
+    // The wall clock went on and the monotonic one did not, as on Linux.
+    moveWallClock(8h);
+    speak();
+    app().stopRecording();
+    scheduler.runPosted();
+    EXPECT_EQ(app().draftText(), u"a take"_s);
+    EXPECT_NEAR(history().constFirst().duration, 2.0, 0.1);
+}
+
+TEST_F(Reliability, ATakeCanBeginAfterBothClocksWentOn) {
+    start();
+    dictate(u"in the evening"_s);
+    scheduler.advance(12h);
+    app().setDraftText(QString());
+    dictate(u"in the morning"_s);
+    EXPECT_EQ(app().draftText(), u"in the morning"_s);
+    EXPECT_EQ(history().size(), 2);
+    EXPECT_EQ(app().state(), AppState::AppMode::ready);
+}

@@ -1,0 +1,218 @@
+// Saves pictures of the main window in its states to the directory given, in the themes that follow
+// it or else in all, at the scale that QT_SCALE_FACTOR says.
+
+#include "theme/GeistFont.h"
+#include "theme/ThemeLibrary.h"
+#include "views/ViewTypes.h"
+#include "views/dialogs/DialogsTest.h"
+#include "views/draft/ImageThumbnailReader.h"
+
+#include <QApplication>
+#include <QLinearGradient>
+#include <QLoggingCategory>
+#include <QPainter>
+#include <QQuickStyle>
+
+#include <cmath>
+#include <cstdlib>
+#include <functional>
+
+using namespace quorvin;
+using namespace std::chrono_literals;
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// A landscape in colours of that hue, in degrees.
+QImage landscape(int hue) {
+    const auto color = [hue](int turn, int saturation, int value) {
+        return QColor::fromHsv((hue + turn) % 360, saturation, value);
+    };
+    QImage image(320, 240, QImage::Format_RGB32);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    QLinearGradient sky(0, 0, 0, image.height());
+    sky.setColorAt(0, color(0, 190, 160));
+    sky.setColorAt(1, color(50, 120, 255));
+    painter.fillRect(image.rect(), sky);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(color(70, 60, 255));
+    painter.drawEllipse(QPointF(210, 90), 34, 34);
+    painter.setBrush(color(20, 180, 110));
+    painter.drawPolygon(
+        QPolygonF({{-20, 240}, {90, 110}, {150, 175}, {230, 95}, {380, 240}, {-20, 240}}));
+    painter.setBrush(color(35, 200, 70));
+    painter.drawEllipse(QPointF(60, 290), 220, 90);
+    return image;
+}
+
+class Scene final : public quorvin::testing::DialogsTest {
+public:
+    void TestBody() override {}
+
+    void shoot(const QString& path, const QString& themeName,
+               const std::function<void(Scene&)>& arrange) {
+        audioHost.deviceList = {{.number = 7, .name = "Desk Microphone", .inputChannelCount = 1}};
+        defaults.setString(u"selectedDevice"_s, u"7"_s);
+        defaults.setString(u"selectedTheme"_s, themeName);
+        theme.setTheme(themeName);
+        start();
+        scheduler.runPosted(); // the model's load
+        show(u"MainView { width: 580; height: 850 }"_s, appState());
+        arrange(*this);
+        imageThumbnail::threads().waitForDone();
+        // Fades come to their end.
+        advance(600ms);
+        if (!grab().save(path)) {
+            std::abort();
+        }
+        if (app().isTranscribing()) {
+            answerEngine(QString());
+        }
+    }
+
+    void rest() { advance(3s); }
+    void record() {
+        app().startRecording();
+        constexpr int frames = 400;
+        for (int frame = 0; frame < frames; ++frame) {
+            setLevel(0.6 + 0.3 * std::sin(0.2 * frame));
+            advance(32ms);
+        }
+    }
+    void transcribe() {
+        record();
+        holdEngine();
+        app().stopRecording();
+        advance(1s);
+    }
+
+    void draft(const QString& text, int images) {
+        click(u"draftToggleButton"_s);
+        app().setDraftText(text);
+        QList<QUrl> urls;
+        for (int i = 0; i < images; ++i) {
+            const QString path = directory.filePath(u"landscape%1.png"_s.arg(i));
+            if (!landscape(67 * i + 205).save(path)) {
+                std::abort();
+            }
+            urls.append(QUrl::fromLocalFile(path));
+        }
+        app().attachImages(urls);
+        advance(600ms);
+    }
+
+    void offerUpdate() {
+        network.answer(0, R"({"version": "2.0.0", "dmg": "https://updates.test/quorvin"})");
+    }
+    void downloadUpdate(double fraction) {
+        offerUpdate();
+        app().installUpdate();
+        scheduler.runPosted();
+        network.progress(fraction);
+    }
+    void failUpdate() {
+        downloadUpdate(0);
+        network.fail(u"Host updates.test not found"_s);
+    }
+    void installUpdate() {
+        downloadUpdate(1);
+        scheduler.runPosted(); // the last of the progress, before the end
+        network.finish();
+    }
+
+    void sendToNobody() {
+        app().setDraftText(u"fix it"_s);
+        app().sendToOpenCode();
+        scheduler.advance(2s);
+    }
+    void sendWithoutPermission() {
+        keyEvents.trusted = false;
+        runAgent(u"claude"_s, 1001);
+        app().setDraftText(u"fix it"_s);
+        app().sendToClaude();
+        scheduler.advance(2s);
+    }
+
+    void openHistory() {
+        remember(u"Add a changelog entry for the new export format."_s, {}, 3.1);
+        remember(u"Warum schlägt der Test für die Anmeldung nur unter Linux fehl?"_s, u"OpenCode"_s,
+                 4.6, u"de"_s);
+        remember(u"Rename the helper to parseAmount and use it in the invoice view, too."_s,
+                 u"Claude"_s, 5.8);
+        remember(u"Look at the login form and fix the focus order: Tab should go from the name to "
+                 "the password, then to the button, and Return should send the form from anywhere "
+                 "in it. Then write a test for it."_s,
+                 u"Claude"_s, 14.7);
+        app().loadHistory();
+        app().setShowHistory(true);
+    }
+    void openSessionPicker() {
+        const QStringList projects{u"webshop"_s, u"invoice-parser"_s, u"quorvin"_s};
+        openPicker(static_cast<int>(projects.size()));
+        app().setShowSessionPicker(false);
+        for (int i = 0; i < projects.size(); ++i) {
+            processes.workingDirectories[1001 + i] = u"/home/dev/"_s + projects[i];
+        }
+        app().sendToClaude();
+        scheduler.advance(2s);
+    }
+    void openFeed() {
+        app().clearActivityLog(); // of what a start of the fakes tells
+        dictate(u"Look at the login form and fix the focus order."_s);
+        app().log(ActivityType::success, u"Sent to Claude successfully"_s);
+        app().setShowActivityLog(true);
+    }
+};
+
+struct Picture {
+    QString name;
+    std::function<void(Scene&)> arrange;
+};
+
+} // namespace
+
+int main(int argc, char** argv) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("QT_QUICK_BACKEND", "software");
+    const QApplication application(argc, argv);
+    registerViewTypes();
+    QLoggingCategory::setFilterRules(u"com.quorvin.*=false"_s);
+    QApplication::setFont(GeistFont::font(13));
+    QQuickStyle::setStyle(u"Basic"_s);
+    const QDir directory(QApplication::arguments().value(1));
+    QStringList themes = QApplication::arguments().mid(2);
+    if (themes.isEmpty()) {
+        for (const ThemeColors& theme : ThemeLibrary::allThemes()) {
+            themes.append(theme.name);
+        }
+    }
+
+    const QString text = u"Look at the login form and fix the focus order: Tab should go from the "
+                         "name to the password, then to the button. The pictures show where it "
+                         "jumps now. Then write a test for it."_s;
+    const QList<Picture> pictures{
+        {u"idle"_s, [](Scene& scene) { scene.rest(); }},
+        {u"recording"_s, [](Scene& scene) { scene.record(); }},
+        {u"transcribing"_s, [](Scene& scene) { scene.transcribe(); }},
+        {u"draft"_s, [&](Scene& scene) { scene.draft(text, 5); }},
+        {u"draft-long"_s, [&](Scene& scene) { scene.draft(text.repeated(20), 18); }},
+        {u"banner-idle"_s, [](Scene& scene) { scene.offerUpdate(); }},
+        {u"banner-downloading"_s, [](Scene& scene) { scene.downloadUpdate(0.42); }},
+        {u"banner-failed"_s, [](Scene& scene) { scene.failUpdate(); }},
+        {u"banner-installing"_s, [](Scene& scene) { scene.installUpdate(); }},
+        {u"error"_s, [](Scene& scene) { scene.sendToNobody(); }},
+        {u"error-accessibility"_s, [](Scene& scene) { scene.sendWithoutPermission(); }},
+        {u"history"_s, [](Scene& scene) { scene.openHistory(); }},
+        {u"picker"_s, [](Scene& scene) { scene.openSessionPicker(); }},
+        {u"feed"_s, [](Scene& scene) { scene.openFeed(); }},
+    };
+    const QString scale = u"@%1x"_s.arg(qEnvironmentVariable("QT_SCALE_FACTOR", u"1"_s));
+    for (const QString& theme : themes) {
+        for (const Picture& picture : pictures) {
+            Scene().shoot(directory.filePath(u"main-%1-%2%3.png"_s.arg(theme, picture.name, scale)),
+                          theme, picture.arrange);
+        }
+    }
+    return EXIT_SUCCESS;
+}
