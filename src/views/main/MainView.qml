@@ -41,6 +41,14 @@ Rectangle {
 
             readonly property int gap: 20
 
+            /// Keeps a part that comes or grows in view.
+            function follow(part: Reveal) {
+                if (part.isShown) {
+                    forceLayout(); // the page would know its old height only
+                    page.show(part);
+                }
+            }
+
             x: 20
             width: page.width - 2 * x
             topPadding: 12 + gap
@@ -76,11 +84,7 @@ Rectangle {
                 width: parent.width
                 gap: column.gap
                 isShown: view.draftExpanded
-                onImplicitHeightChanged: {
-                    if (isShown) {
-                        page.show(draft);
-                    }
-                }
+                onImplicitHeightChanged: column.follow(draft)
 
                 DraftPanel {
                     width: parent.width
@@ -96,11 +100,7 @@ Rectangle {
                 isFromTop: false
                 duration: 250
                 isShown: view.appState.showActivityLog && view.appState.activityLog.length > 0
-                onImplicitHeightChanged: {
-                    if (isShown) {
-                        page.show(feed);
-                    }
-                }
+                onImplicitHeightChanged: column.follow(feed)
 
                 ActivityFeedView {
                     width: parent.width

@@ -15,6 +15,8 @@ Item {
     readonly property bool isDownloading: phase.kind === "downloading"
     readonly property bool hasFailed: phase.kind === "failed"
     readonly property bool isInstalling: phase.kind === "installing"
+    /// White, but on a light window, where it couldn't be read.
+    readonly property color ink: Look.bgBase.hslLightness < 0.5 ? "white" : Look.textPrimary
     /// 0 to 1.
     property real presence: appState.updateAvailable ? 1 : 0
 
@@ -68,7 +70,7 @@ Item {
                     objectName: "bannerTitle"
                     text: qsTr("New version v%1 available").arg(banner.appState.latestVersion)
                     font: Typeface.font(12)
-                    color: "white"
+                    color: banner.ink
                 }
                 BannerText {
                     id: subtitle
@@ -78,7 +80,7 @@ Item {
                     wrapMode: Text.Wrap
                     maximumLineCount: 3
                     font: Typeface.font(10)
-                    color: Qt.rgba(1, 1, 1, 0.6)
+                    color: Qt.alpha(banner.ink, 0.6)
                 }
             }
             UpdateBannerButton {
@@ -107,7 +109,7 @@ Item {
                     Accessible.name: qsTr("Download")
                     background: Rectangle {
                         radius: 2
-                        color: Qt.rgba(1, 1, 1, 0.2)
+                        color: Qt.alpha(banner.ink, 0.2)
                     }
                     contentItem: Item {
                         Rectangle {
@@ -124,7 +126,7 @@ Item {
                     Layout.minimumWidth: widestPercentage.advanceWidth
                     text: UpdateLabels.percentage(banner.phase.fraction)
                     font: Typeface.font(10)
-                    color: Qt.rgba(1, 1, 1, 0.7)
+                    color: Qt.alpha(banner.ink, 0.7)
 
                     // The bar stands still while the number grows.
                     TextMetrics {

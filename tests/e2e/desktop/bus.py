@@ -144,8 +144,15 @@ class SessionBus:
         self._environment["DBUS_SESSION_BUS_ADDRESS"] = address
         self._daemon = Child(["dbus-daemon", "--session", "--nofork", "--address=" + address],
                              self._environment, os.path.join(self._directory, "dbus-daemon.log"))
-        self._daemon.wait_until(lambda: os.path.exists(socket), "the session bus")
+        self._daemon.wait_until(self._answers, "the session bus")
         return self
+
+    def _answers(self):
+        """Its socket exists a moment before anybody may connect to it."""
+        try:
+            return connect(self.address).close_sync(None)
+        except GLib.Error:
+            return False
 
     def __exit__(self, *_):
         if self._accessibility:

@@ -58,12 +58,15 @@ class VirtualDisplay:
         self._window_manager = self._start("openbox", "--sm-disable", "--config-file",
                                            self._window_manager_settings())
         self._window_manager.wait_until(
-            lambda: "window id" in self._root_property("_NET_SUPPORTING_WM_CHECK"),
+            lambda: "window id" in self._root_property("_NET_SUPPORTING_WM_CHECK")
+            and "_NET_ACTIVE_WINDOW" in self._root_property("_NET_SUPPORTED"),
             "the window manager")
 
     def restart_window_manager(self):
         """Another one takes the place of the one that ends."""
         self._window_manager.stop()
+        for left_behind in ("_NET_SUPPORTING_WM_CHECK", "_NET_SUPPORTED"):
+            self._output("xprop", "-root", "-remove", left_behind)
         self._start_window_manager()
 
     def _window_manager_settings(self):

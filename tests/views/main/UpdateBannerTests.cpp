@@ -103,6 +103,21 @@ TEST_F(UpdateBanner, IsPaintedInOrange) {
     EXPECT_EQ(placeOf(u"bannerSymbol"_s).left(), 14);
 }
 
+TEST_F(UpdateBanner, IsWrittenInTheThemesTextColorOnALightWindow) {
+    showOffer();
+    for (const auto& [name, ink] :
+         {std::pair(u"latte"_s, u"4c4f69"), std::pair(u"glacier"_s, u"0a1628")}) {
+        theme.setTheme(name);
+        advance(500ms);
+        expectColor(colorOf(u"bannerTitle"_s), hexColor(ink));
+        expectColor(colorOf(u"bannerSubtitle"_s), withAlpha(hexColor(ink), 0.6));
+        expectColor(colorOf(u"downloadPercentage"_s), withAlpha(hexColor(ink), 0.7));
+    }
+    theme.setTheme(u"nord"_s);
+    advance(500ms);
+    EXPECT_EQ(colorOf(u"bannerTitle"_s), QColor(Qt::white));
+}
+
 TEST_F(UpdateBanner, ItsButtonsAreOrange) {
     showOffer();
     (void)grab();

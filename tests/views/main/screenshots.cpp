@@ -89,6 +89,7 @@ public:
 
     void draft(const QString& text, int images) {
         click(u"draftToggleButton"_s);
+        leave();
         app().setDraftText(text);
         QList<QUrl> urls;
         for (int i = 0; i < images; ++i) {
@@ -162,6 +163,7 @@ public:
         dictate(u"Look at the login form and fix the focus order."_s);
         app().log(ActivityType::success, u"Sent to Claude successfully"_s);
         app().setShowActivityLog(true);
+        rest();
     }
 };
 
