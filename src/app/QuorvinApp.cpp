@@ -1,8 +1,8 @@
 #include "app/QuorvinApp.h"
 
 #include "platform/Scheduler.h"
-#include "views/compact/QuickCompactPanel.h"
 #include "views/ViewTypes.h"
+#include "views/compact/QuickCompactPanel.h"
 
 #include <QCoreApplication>
 #include <QQuickWindow>

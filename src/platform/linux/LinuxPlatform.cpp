@@ -91,26 +91,11 @@ struct LinuxPlatform::Parts {
     void reportWhatIsMissing();
 
     const Platform platform{
-        scheduler,
-        applicationBundle,
-        userDefaults,
-        audioHost,
-        processRunner,
-        workspace,
-        windowSystem,
-        userNotifications,
-        soundPlayers,
-        pasteboard,
-        textSelections,
-        keyEvents,
-        keyMonitor,
-        statusItem,
-        terminalAutomation,
-        httpClient,
-        updateInstaller,
-        makeProcessTable,
-        runInBackground,
-        &QCoreApplication::quit,
+        scheduler,        applicationBundle, userDefaults,       audioHost,
+        processRunner,    workspace,         windowSystem,       userNotifications,
+        soundPlayers,     pasteboard,        textSelections,     keyEvents,
+        keyMonitor,       statusItem,        terminalAutomation, httpClient,
+        updateInstaller,  makeProcessTable,  runInBackground,    &QCoreApplication::quit,
         permissionHints()};
 };
 
