@@ -9,7 +9,7 @@ clang-format --dry-run -Werror "${formatted[@]}"
 if (($# > 0)); then
     sources=("$@")
 else
-    mapfile -t sources < <(git ls-files 'src/*.cpp' 'tests/*.cpp' 'bench/*.cpp')
+    mapfile -t sources < <(git ls-files 'src/*.cpp' 'tests/*.cpp' 'bench/*.cpp' ':!tests/fuzz/*')
 fi
 printf '%s\0' "${sources[@]}" |
     xargs --null --max-procs="$(nproc)" --max-args=1 clang-tidy -p build/dev --quiet

@@ -33,8 +33,11 @@ done
 [[ $docs ]] || exit 0
 
 scripts/setup.sh test # for ImageMagick
-# Surfaces as flat as these look the same in few colours.
-save() { convert "$@" -strip -colors 256 -define png:compression-level=9 "PNG8:$docs/$name.png"; }
+# Surfaces as flat as these look the same in few colours, and dithering would make the files large.
+save() {
+    convert "$@" -strip +dither -colors 256 \
+        -define png:compression-level=9 "PNG8:$docs/$name.png"
+}
 mkdir -p $docs
 while read -r name source; do
     save "$pictures/$source.png"
@@ -57,5 +60,6 @@ onboarding-microphone   onboarding-razer-microphone-waiting-580@1x
 onboarding-done         onboarding-razer-done-580@1x
 LIST
 name=ring-styles save $pictures/ring-razer@1x.png -resize 50%
-montage "$pictures"/main-*-idle@2x.png -resize 290x -geometry +8+8 -tile 4x -background none miff:- |
+montage $pictures/main-*-draft@2x.png -resize 240x -geometry +6+6 -tile 4x \
+    -background none miff:- |
     name=themes save miff:-

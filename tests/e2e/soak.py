@@ -13,7 +13,8 @@ from desktop.packages import SOURCE_TREE
 TAKE_SECONDS = 0.4
 SAID = "a take"
 THEMES = ("Latte", "Mocha", "Synthwave", "Neon")
-PICTURE = SOURCE_TREE / "docs/images/compact.png"
+PICTURE = SOURCE_TREE / "docs/pictures/compact-recording.png"
+PLACES_OF_FILES = ("TMPDIR", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_RUNTIME_DIR")
 PANEL_SIZE = (360, 72)
 # Threads that wait for work in vain end after half a minute.
 REST_SECONDS = 60
@@ -30,8 +31,8 @@ class Holdings:
     memory: float
 
     @classmethod
-    def of(cls, pid, directory):
-        """`directory` is where the program makes files."""
+    def of(cls, pid, home):
+        """The files are the user's, but for the caches of the libraries."""
         process = "/proc/%d" % pid
         threads = os.listdir(process + "/task")
         children = 0
@@ -44,7 +45,8 @@ class Holdings:
         with open(process + "/status", encoding="utf-8") as file:
             status = dict(line.split(":", 1) for line in file)
         return cls(len(os.listdir(process + "/fd")), len(threads), children,
-                   sum(len(names) for _, _, names in os.walk(directory)),
+                   sum(len(names) for variable in PLACES_OF_FILES
+                       for _, _, names in os.walk(home.environment[variable])),
                    int(status["VmRSS"].split()[0]) / 1024)
 
     def counts(self):
@@ -96,7 +98,7 @@ class Soak:
         self._display.focus(self._main_window)
         end = time.monotonic() + (REST_SECONDS if at_most else 3)
         while True:
-            holdings = Holdings.of(self._program.pid, self._home.directory)
+            holdings = Holdings.of(self._program.pid, self._home)
             if at_most and holdings.has_no_more_than(at_most) or time.monotonic() > end:
                 return holdings
             time.sleep(0.5)

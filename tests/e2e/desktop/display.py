@@ -161,9 +161,9 @@ class VirtualDisplay:
         return str(int(stacking.rpartition(",")[2].rpartition("#")[2], 16))
 
     def focused_window(self):
-        """The number of the window that has the keyboard."""
+        """The number of the window that has the keyboard; empty while none has it."""
         question = "getactivewindow" if self._has_window_manager else "getwindowfocus"
-        return self._xdotool(question).strip()
+        return self._output("xdotool", question).strip()
 
     def copy(self, text):
         """Puts a text on the clipboard, as another program does."""

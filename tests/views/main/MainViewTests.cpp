@@ -34,12 +34,11 @@ TEST_F(MainView, FollowsADraftThatGrowsPastTheBottomBar) {
     click(u"draftToggleButton"_s);
     advance(250ms);
     EXPECT_EQ(page("contentY"), 0);
-    app().setDraftText(u"a line\n"_s.repeated(20));
+    app().setDraftText(QString(u"a line\n"_s).repeated(20));
     attach(18);
     EXPECT_GT(page("maximumContentY"), 20);
     EXPECT_EQ(page("contentY"), page("maximumContentY"));
-    app().setDraftText(QString());
-    app().setAttachedImages({});
+    app().clearDraft();
     EXPECT_EQ(page("contentY"), 0);
 }
 

@@ -106,7 +106,7 @@ TEST_F(UpdateBanner, IsPaintedInOrange) {
 TEST_F(UpdateBanner, IsWrittenInTheThemesTextColorOnALightWindow) {
     showOffer();
     for (const auto& [name, ink] :
-         {std::pair(u"latte"_s, u"4c4f69"), std::pair(u"glacier"_s, u"0a1628")}) {
+         {std::pair(u"latte"_s, u"4c4f69"), std::pair(u"glacier"_s, u"0d2137")}) {
         theme.setTheme(name);
         advance(500ms);
         expectColor(colorOf(u"bannerTitle"_s), hexColor(ink));

@@ -163,7 +163,7 @@ public:
         dictate(u"Look at the login form and fix the focus order."_s);
         app().log(ActivityType::success, u"Sent to Claude successfully"_s);
         app().setShowActivityLog(true);
-        rest();
+        advance(20s); // until the ring has told of the success
     }
 };
 
