@@ -78,11 +78,10 @@ Item {
             anchors.verticalCenter: parent.verticalCenter
             spacing: 6
 
-            Rectangle {
+            CapsuleInk {
                 anchors.verticalCenter: parent.verticalCenter
                 width: 7
                 height: 7
-                radius: 3.5
                 color: row.statusColor
             }
             Text {

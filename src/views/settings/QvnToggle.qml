@@ -36,7 +36,7 @@ AbstractButton {
 
         Behavior on color { ColorAnimation { duration: 160 } }
 
-        Rectangle {
+        CapsuleInk {
             id: knob
 
             readonly property real gap: (toggle.trackH - toggle.thumb) / 2
@@ -46,7 +46,6 @@ AbstractButton {
             y: gap
             width: toggle.thumb
             height: toggle.thumb
-            radius: height / 2
             color: "white"
 
             Behavior on x { NumberAnimation { duration: 160; easing.type: Easing.InOutQuad } }
