@@ -71,6 +71,7 @@ TEST_F(Dictation, TwoStartsWithAnUndeterminedPermissionGiveOneRequest) {
     app.startRecording();
     scheduler.runPosted();
     EXPECT_EQ(audioHost.accessRequests, 1);
+    audioHost.accessAnswer.resolve(false); // else its task would never end
 }
 
 TEST_F(Dictation, AGrantedRequestStartsTheTake) {

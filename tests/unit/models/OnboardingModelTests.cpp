@@ -241,6 +241,7 @@ TEST_F(Onboarding, GrantAccessPressedTwiceAsksOnce) {
     wizard().requestMicPermission();
     scheduler.runPosted();
     EXPECT_EQ(audioHost.accessRequests, 1);
+    audioHost.accessAnswer.resolve(false); // else its task would never end
 }
 
 TEST_F(Onboarding, ADeniedRequestLeavesTheStepWaitingAndMayBeRepeated) {
@@ -256,6 +257,7 @@ TEST_F(Onboarding, ADeniedRequestLeavesTheStepWaitingAndMayBeRepeated) {
     wizard().requestMicPermission();
     scheduler.runPosted();
     EXPECT_EQ(audioHost.accessRequests, 2);
+    audioHost.accessAnswer.resolve(false); // else its task would never end
 }
 
 TEST_F(Onboarding, GrantAccessAsksNobodyWhenTheAnswerIsKnown) {
