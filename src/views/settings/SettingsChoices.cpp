@@ -5,6 +5,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace quorvin {
 
 QList<SettingsChoice> SettingsChoices::languages() {
+    // Ukrainian is offered and yet not among the engine's supported languages: deliberate.
     return {
         {u"Auto Detect"_s, u"auto"_s}, {u"English"_s, u"en"_s}, {u"Ukrainian"_s, u"uk"_s},
         {u"Russian"_s, u"ru"_s},       {u"Spanish"_s, u"es"_s}, {u"French"_s, u"fr"_s},
