@@ -13,6 +13,7 @@ function(quorvin_library name)
     set_target_properties(${name} PROPERTIES AUTOMOC ON)
     target_include_directories(${name} PUBLIC "${export_dir}")
     target_link_libraries(${name} PUBLIC ${arg_USES} PRIVATE ${arg_NEEDS})
+    target_precompile_headers(${name} REUSE_FROM quorvin_precompiled)
 endfunction()
 
 # quorvin_export_headers(RESULT [SUBFOLDER...])
