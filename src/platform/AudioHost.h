@@ -3,6 +3,7 @@
 #include "platform/SampleConverter.h"
 #include "support/Task.h"
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -61,6 +62,10 @@ public:
 
     /// The device's own rate and channel count; a rate or a count of 0 when there is no device.
     [[nodiscard]] virtual AudioFormat inputFormat() = 0;
+
+    /// How long the system may gather sound before it hands it on, before `start`: the longer, the
+    /// fewer wake-ups. One tap's length when never told.
+    virtual void setLatency(std::chrono::milliseconds latency) = 0;
 
     /// From the start of the engine on, `tap` gets every `frameCount` frames, exactly that many at
     /// a time, in the device's own format and without gaps.

@@ -2,15 +2,18 @@
 #include "services/audio/AudioServiceShared.h"
 #include "services/audio/CaptureChain.h"
 
+#include <chrono>
 #include <mutex>
 #include <utility>
 
 namespace quorvin {
 
+using namespace std::chrono_literals;
+
 namespace {
 
-/// A quarter of a take's: what a buffer holds when the take begins is lost between the two.
-constexpr std::uint32_t preferredFrameCount = 256;
+/// Nobody looks at the look-back before the take, which gets what is still on its way then.
+constexpr auto latency = 150ms;
 
 } // namespace
 
@@ -37,7 +40,8 @@ void AudioService::startKeepWarm() {
     auto converter =
         needsConversion(hardware) ? m_host.makeSampleConverter(hardware, targetFormat) : nullptr;
     const auto input = std::make_shared<TapInput>(hardware, std::move(converter));
-    engine->installTap(captureFrameCount(hardware.sampleRate, preferredFrameCount),
+    engine->setLatency(latency);
+    engine->installTap(captureFrameCount(hardware.sampleRate),
                        loggingFailures([input, shared = m_shared](std::span<const float> buffer) {
                            const auto samples = input->samples(buffer);
                            const std::lock_guard lock(shared->warmLock);

@@ -34,9 +34,10 @@ std::uint32_t outputCapacity(double sampleRate, std::uint32_t frameCount) {
     return static_cast<std::uint32_t>(frames);
 }
 
-std::uint32_t captureFrameCount(double sampleRate, std::uint32_t preferred) {
-    const std::uint32_t smallest = preferred / 2;
-    const std::uint32_t largest = preferred * 2;
+std::uint32_t captureFrameCount(double sampleRate) {
+    constexpr std::uint32_t preferred = 1024;
+    constexpr std::uint32_t smallest = preferred / 2;
+    constexpr std::uint32_t largest = preferred * 2;
     const auto lossPerFrame = [sampleRate](std::uint32_t frameCount) {
         const double frames = exactOutputFrames(sampleRate, frameCount);
         return (frames - std::trunc(frames)) / frameCount;

@@ -24,10 +24,9 @@ inline constexpr AudioFormat targetFormat{16000.0, 1};
 /// the program when it exceeds 32 bits, which no device's rate can bring about.
 [[nodiscard]] std::uint32_t outputCapacity(double sampleRate, std::uint32_t frameCount);
 
-/// The tap size, from half of `preferred` to its double and as near to it as can be, whose
-/// `outputCapacity` cuts off the least: 1023 at 48 kHz, 882 at 44.1 kHz. Nothing at all at the
-/// rates in common use.
-[[nodiscard]] std::uint32_t captureFrameCount(double sampleRate, std::uint32_t preferred = 1024);
+/// The tap size, from 512 to 2048 and as near to 1024 as can be, whose `outputCapacity` cuts off
+/// the least: 1023 at 48 kHz, 882 at 44.1 kHz. Nothing at all at the rates in common use.
+[[nodiscard]] std::uint32_t captureFrameCount(double sampleRate);
 
 /// Makes samples in `targetFormat` of what one tap delivers. One thread at a time.
 class TapInput {

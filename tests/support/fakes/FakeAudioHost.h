@@ -45,9 +45,12 @@ public:
     /// As bound by `setDevice`; absent on the system's default.
     std::optional<std::uint32_t> deviceNumber;
     std::uint32_t tapFrameCount = 0;
+    /// Absent when never told.
+    std::optional<std::chrono::milliseconds> latency;
 
     void setDevice(std::uint32_t number) override;
     [[nodiscard]] AudioFormat inputFormat() override;
+    void setLatency(std::chrono::milliseconds told) override { latency = told; }
     void installTap(std::uint32_t frameCount, Tap tap) override;
     void removeTap() override;
     void setInterruptionHandler(std::function<void(const std::string&)> handler) override {

@@ -3,6 +3,7 @@
 #include "platform/Scheduler.h"
 #include "platform/linux/pulse/PulseCaptureEngine.h"
 #include "platform/linux/pulse/PulseConnection.h"
+#include "platform/linux/pulse/PulseStream.h"
 #include "platform/linux/pulse/SoxrSampleConverter.h"
 
 #include <algorithm>
@@ -31,12 +32,16 @@ AudioDevice toDevice(const PulseSource& source) {
 PulseAudioHost::PulseAudioHost(Scheduler& scheduler)
     : m_scheduler(scheduler)
     , m_connection(std::make_unique<PulseConnection>())
+    , m_streams(std::make_unique<PulseStreams>(*m_connection, scheduler))
     , m_granted(std::make_shared<bool>()) {
     const PulseMainloop::Lock lock(m_connection->mainloop());
     *m_granted = m_connection->connect();
 }
 
-PulseAudioHost::~PulseAudioHost() = default;
+PulseAudioHost::~PulseAudioHost() {
+    const PulseMainloop::Lock lock(m_connection->mainloop());
+    m_streams.reset();
+}
 
 MicrophoneAuthorization PulseAudioHost::authorizationStatus() {
     const PulseMainloop::Lock lock(m_connection->mainloop());
@@ -81,7 +86,7 @@ std::vector<AudioDevice> PulseAudioHost::devices() {
 }
 
 std::unique_ptr<CaptureEngine> PulseAudioHost::makeCaptureEngine() {
-    return std::make_unique<PulseCaptureEngine>(*m_connection, m_scheduler);
+    return std::make_unique<PulseCaptureEngine>(*m_connection, *m_streams, m_scheduler);
 }
 
 std::unique_ptr<SampleConverter> PulseAudioHost::makeSampleConverter(const AudioFormat& from,

@@ -5,6 +5,7 @@
 namespace quorvin {
 
 class PulseConnection;
+class PulseStreams;
 class Scheduler;
 
 /// The microphones of a sound server that speaks PulseAudio's protocol. There is no permission to
@@ -32,6 +33,7 @@ public:
 private:
     Scheduler& m_scheduler;
     std::unique_ptr<PulseConnection> m_connection;
+    std::unique_ptr<PulseStreams> m_streams;
     std::shared_ptr<bool> m_granted; // shared with requests that may outlive the host
 };
 

@@ -1,29 +1,28 @@
 #pragma once
 
 #include "platform/AudioHost.h"
-#include "platform/linux/pulse/BlockAssembler.h"
 #include "platform/linux/pulse/PulseConnection.h"
+#include "platform/linux/pulse/PulseStream.h"
 
 #include <memory>
 #include <optional>
 #include <string>
 
-#include <pulse/stream.h>
-
 namespace quorvin {
 
 class Scheduler;
 
-/// A fresh record stream per start, pinned to its source: when the source or the server goes, the
-/// stream ends within milliseconds and never moves to another device unasked.
+/// Takes a record stream from its start to its stop. An engine that starts in the turn of the event
+/// loop in which another one on the same device has stopped goes on at the very next sample.
 class PulseCaptureEngine final : public CaptureEngine {
 public:
-    /// Both outlive the engine.
-    PulseCaptureEngine(PulseConnection& connection, Scheduler& scheduler);
+    /// All outlive the engine.
+    PulseCaptureEngine(PulseConnection& connection, PulseStreams& streams, Scheduler& scheduler);
     ~PulseCaptureEngine() override;
 
     void setDevice(std::uint32_t number) override;
     [[nodiscard]] AudioFormat inputFormat() override;
+    void setLatency(std::chrono::milliseconds latency) override { m_latency = latency; }
     void installTap(std::uint32_t frameCount, Tap tap) override;
     void removeTap() override;
     void setInterruptionHandler(std::function<void(const std::string& reason)> handler) override;
@@ -37,25 +36,26 @@ private:
     struct StreamToken {};
 
     void chooseSource(PulseMainloop::Clock::time_point deadline);
-    void armTap();
-    void openStream();
-    void closeStream();
+    /// Throws AudioHostError, also when the stream isn't there in time.
+    void openStream(PulseMainloop::Clock::time_point deadline);
+    [[nodiscard]] PulseStream::PieceLength tapLength() const;
+    void connectTap();
     void streamChanged();
-    void streamReadable();
     void interrupted(const std::string& reason);
 
     PulseConnection& m_connection;
+    PulseStreams& m_streams;
     Scheduler& m_scheduler;
     std::function<void(const std::string& reason)> m_interruptionHandler; // main thread only
+    std::optional<std::chrono::milliseconds> m_latency;                   // main thread only
 
     // The rest under the mainloop's lock. The main thread alone writes `m_source` and `m_running`,
     // so it reads them without.
     std::optional<PulseSource> m_source;
     bool m_running = false;
-    std::uint32_t m_tapFrameCount = 0;
+    std::uint32_t m_tapFrameCount = 1024;
     Tap m_tap;
-    std::optional<BlockAssembler> m_blocks;
-    pa_stream* m_stream = nullptr;
+    std::unique_ptr<PulseStream> m_stream;
     std::shared_ptr<StreamToken> m_streamToken;
 };
 

@@ -4,6 +4,7 @@
 
 using namespace quorvin;
 using namespace quorvin::testing;
+using namespace std::chrono_literals;
 using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
@@ -106,16 +107,19 @@ TEST_F(AudioServiceKeepWarm, NeitherGainNorGateNorMeterTouchTheLookback) {
     EXPECT_EQ(changes, 0);
 }
 
-TEST_F(AudioServiceKeepWarm, BuffersHoldAQuarterOfATakes) {
-    host.inputFormat = {16000.0, 1};
+TEST_F(AudioServiceKeepWarm, TheSystemMayTakeItsTime) {
     service->startKeepWarm();
-    EXPECT_EQ(engine().tapFrameCount, 256U);
+    EXPECT_EQ(engine().latency, 150ms);
+    EXPECT_EQ(engine().tapFrameCount, 1024U);
+    service->stopKeepWarm();
+    service->startRecording();
+    EXPECT_EQ(engine().latency, std::nullopt);
 }
 
 TEST_F(AudioServiceKeepWarm, OtherFormatsAreConverted) {
     host.inputFormat = {48000.0, 2};
     service->startKeepWarm();
-    EXPECT_EQ(engine().tapFrameCount, 255U);
+    EXPECT_EQ(engine().tapFrameCount, 1023U);
     engine().feed({0.5F, 0.25F, 9, 9, 9, 9});
     EXPECT_THAT(service->drainWarmBuffer(), ElementsAre(0.375F));
 }

@@ -96,6 +96,50 @@ TEST_F(PulseServerTest, ARemovedTapIsNotCalledAnyMore) {
     EXPECT_TRUE(engine->isRunning());
 }
 
+TEST_F(PulseServerTest, AnEngineGoesOnWhereTheLastOneStopped) {
+    startServer();
+    constexpr std::size_t channels = 2;
+    constexpr std::uint32_t frames = 1023;
+    Recording before;
+    Recording after;
+    auto first = host().makeCaptureEngine();
+    first->setLatency(150ms);
+    first->installTap(frames, before.tap());
+    first->start();
+    ASSERT_TRUE(before.waitFor(10 * frames * channels));
+    first->removeTap();
+    first->stop();
+    first.reset();
+    const auto second = host().makeCaptureEngine();
+    second->installTap(frames, after.tap());
+    second->start();
+    ASSERT_TRUE(after.waitFor(10 * frames * channels));
+    second->removeTap();
+
+    // One sine without a leap: from a seam of even a single frame its fit would suffer.
+    auto both = channelOf(before.samples(), 0, channels, 2205);
+    const auto taken = after.samples();
+    for (std::size_t frame = 0; frame < 2205; ++frame) {
+        both.push_back(taken[frame * channels]);
+    }
+    const SineFit fit = fitSine(both, 1000, 48000);
+    EXPECT_GT(fit.amplitude, 0.1);
+    EXPECT_GT(fit.sinad(), 40);
+}
+
+TEST_F(PulseServerTest, WhatAnEngineLeavesIsGoneWithTheTurn) {
+    startServer();
+    Recording recording;
+    const auto engine = host().makeCaptureEngine();
+    engine->installTap(1023, recording.tap());
+    engine->start();
+    ASSERT_TRUE(recording.waitFor(1023));
+    const auto streams = [this] { return server.command(u"list-source-outputs"_s); };
+    ASSERT_TRUE(streams().contains(u"Dictation"_s));
+    engine->stop();
+    EXPECT_TRUE(spinUntil([&] { return !streams().contains(u"Dictation"_s); }));
+}
+
 TEST_F(PulseServerTest, ALostDeviceInterruptsAtOnceAndOnce) {
     startServer();
     Recording recording;
