@@ -218,7 +218,7 @@ void AppState::autoSendToFocusedTerminal() {
     m_platform.scheduler.startDetached([self = QPointer(this), platform = m_platform,
                                         target = *target, name]() -> Task<> {
         co_await KeystrokeInjector::pasteAndSubmit(platform.scheduler, platform.workspace,
-                                                   platform.keyEvents, target, false);
+                                                   platform.keyEvents, self.get(), target, false);
         if (self) {
             // The keys were posted; what became of them nobody can tell.
             self->log(ActivityType::success, u"Auto-sent to %1 (pid=%2)"_s.arg(name).arg(target));
@@ -292,14 +292,20 @@ Task<> AppState::runSendDiagnostic() {
         const auto modifiers = key == VirtualKey::v ? KeyModifiers::command : KeyModifiers::none;
         return platform.keyEvents.post({key, direction, modifiers}, target);
     };
+    const auto press = [&](VirtualKey key) -> Task<> {
+        if (!self) {
+            co_return;
+        }
+        co_await post(key, KeyEvent::Direction::down);
+        co_await platform.scheduler.sleep(50ms);
+        if (self) {
+            co_await post(key, KeyEvent::Direction::up);
+        }
+    };
     co_await platform.scheduler.sleep(200ms);
-    co_await post(VirtualKey::v, KeyEvent::Direction::down);
-    co_await platform.scheduler.sleep(50ms);
-    co_await post(VirtualKey::v, KeyEvent::Direction::up);
+    co_await press(VirtualKey::v);
     co_await platform.scheduler.sleep(500ms);
-    co_await post(VirtualKey::returnKey, KeyEvent::Direction::down);
-    co_await platform.scheduler.sleep(50ms);
-    co_await post(VirtualKey::returnKey, KeyEvent::Direction::up);
+    co_await press(VirtualKey::returnKey);
     if (self) {
         log(ActivityType::success,
             u"Diagnostic sent. Check '%1' — '%2' should have appeared and been submitted."_s.arg(

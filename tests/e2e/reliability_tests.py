@@ -269,3 +269,13 @@ class KeySequenceTests(DeliveryCase):
         self.assertEqual(self.terminal.submitted, [SENTENCE])
         self.program.wait_for_activity("Sent to Claude successfully")
         self.assertEqual(self.desktop.display.read_with_xclip("clipboard"), "of another program")
+
+    def test_the_end_of_the_program_before_return_leaves_the_text_at_the_prompt(self):
+        self.send_until_pasted()
+
+        self.program.end()
+
+        prompt = self.terminal.type_to_prompt("x")
+        # Where the machine is slow, it was submitted before the end.
+        self.assertIn((self.terminal.submitted, prompt),
+                      [([], SENTENCE + "x"), ([SENTENCE], "x")])

@@ -1,7 +1,6 @@
 """An installed bundle that is told of a newer build, fetches it and puts it in its own place."""
 
 import hashlib
-import http.server
 import json
 import os
 import shlex
@@ -19,6 +18,7 @@ from desktop import Program, accessibility, wait_until
 from desktop.mounts import seen_by, with_mounts
 from desktop.packages import make_packages, unpack
 from program_test import ProgramTest
+from web_server import WebServer
 
 OLD = "0.0.9"
 NEW = "9.9.9"
@@ -28,50 +28,35 @@ ERROR_PAGE = b"<html><body>404 Not Found</body></html>\n"
 HALF = "Downloading\N{HORIZONTAL ELLIPSIS} 50%"
 
 
-class Store:
-    """A web server with a manifest of version NEW and its build.
+class Store(WebServer):
+    """A manifest of version NEW and its build.
 
     `missing` is how many bytes of the build are announced and never sent.
     """
 
     def __init__(self, build, status=200, missing=0):
+        super().__init__()
         self.build, self.status, self.missing = build, status, missing
         # Set while a build is sent to its end and not only to the half.
         self.lets_pass = threading.Event()
         self.lets_pass.set()
-        store = self
 
-        class Handler(http.server.BaseHTTPRequestHandler):
-            def do_GET(self):
-                if self.path.startswith("/builds/latest.json?"):
-                    body = json.dumps({"version": NEW, "dmg": store.endpoint + "/build.tar.gz"})
-                    self.answer(200, body.encode())
-                else:
-                    self.answer(store.status, store.build, store.missing)
+    def answer(self, request):
+        if request.path.startswith("/builds/latest.json?"):
+            body = json.dumps({"version": NEW, "dmg": self.endpoint + "/build.tar.gz"})
+            self.send(request, 200, body.encode())
+        else:
+            self.send(request, self.status, self.build, self.missing)
 
-            def answer(self, status, body, missing=0):
-                self.send_response(status)
-                self.send_header("Content-Length", str(len(body) + missing))
-                self.end_headers()
-                half = (len(body) + 1) // 2
-                with suppress(ConnectionError):
-                    self.wfile.write(body[:half])
-                    store.lets_pass.wait(60)
-                    self.wfile.write(body[half:])
-
-            def log_message(self, *_):
-                pass
-
-        self._server = http.server.ThreadingHTTPServer(("127.0.0.1", 0), Handler)
-        self.endpoint = "http://127.0.0.1:%d" % self._server.server_port
-
-    def __enter__(self):
-        threading.Thread(target=self._server.serve_forever, daemon=True).start()
-        return self
-
-    def __exit__(self, *_):
-        self._server.shutdown()
-        self._server.server_close()
+    def send(self, request, status, body, missing=0):
+        request.send_response(status)
+        request.send_header("Content-Length", str(len(body) + missing))
+        request.end_headers()
+        half = (len(body) + 1) // 2
+        with suppress(ConnectionError):
+            request.wfile.write(body[:half])
+            self.lets_pass.wait(60)
+            request.wfile.write(body[half:])
 
 
 def contents(directory):

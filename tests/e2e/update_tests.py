@@ -1,54 +1,39 @@
 """The question for a newer build, and everything that can come back."""
 
-import http.server
 import json
 import os
 import socket
-import threading
 import time
 import urllib.parse
 from contextlib import contextmanager, suppress
 
 from program_test import ProgramTest
+from web_server import WebServer
 
 MANIFEST = json.dumps({"version": "v9.9.9", "dmg": "https://updates.example/Quorvin.tar.gz"})
 ANNOUNCEMENT = "Update available: v9.9.9"
 
 
-class Store:
-    """A web server that gives one answer, with `status`, to every question.
+class Store(WebServer):
+    """Gives one answer, with `status`, to every question.
 
     `location` is where a redirection leads.
     """
 
     def __init__(self, status, body, location=None):
+        super().__init__()
+        self.status, self.body, self.location = status, body, location
         self.requests = []
-        store = self
 
-        class Handler(http.server.BaseHTTPRequestHandler):
-            def do_GET(self):
-                store.requests.append((self.path, dict(self.headers)))
-                self.send_response(status)
-                self.send_header("Content-Length", str(len(body)))
-                if location:
-                    self.send_header("Location", location)
-                self.end_headers()
-                with suppress(ConnectionError):  # Nobody has to wait for the end of it.
-                    self.wfile.write(body)
-
-            def log_message(self, *_):
-                pass
-
-        self._server = http.server.ThreadingHTTPServer(("127.0.0.1", 0), Handler)
-        self.endpoint = "http://127.0.0.1:%d" % self._server.server_port
-
-    def __enter__(self):
-        threading.Thread(target=self._server.serve_forever, daemon=True).start()
-        return self
-
-    def __exit__(self, *_):
-        self._server.shutdown()
-        self._server.server_close()
+    def answer(self, request):
+        self.requests.append((request.path, dict(request.headers)))
+        request.send_response(self.status)
+        request.send_header("Content-Length", str(len(self.body)))
+        if self.location:
+            request.send_header("Location", self.location)
+        request.end_headers()
+        with suppress(ConnectionError):  # Nobody has to wait for the end of it.
+            request.wfile.write(self.body)
 
 
 @contextmanager

@@ -21,7 +21,7 @@ Task<> AgentService::sendText(QString text, AgentSessionInfo session) {
     }
     if (self) {
         co_await KeystrokeInjector::pasteAndSubmit(m_scheduler, m_workspace, m_transport.keyEvents,
-                                                   terminal, true);
+                                                   this, terminal, true);
     }
 }
 
@@ -37,7 +37,7 @@ Task<> AgentService::sendTextAndImages(QString text, QList<QUrl> images, AgentSe
     m_transport.pasteboard.clearContents();
     m_transport.pasteboard.setString(message);
     co_await KeystrokeInjector::pasteAndSubmit(m_scheduler, m_workspace, m_transport.keyEvents,
-                                               terminal, true);
+                                               this, terminal, true);
 }
 
 void AgentService::requireAccessibility() {

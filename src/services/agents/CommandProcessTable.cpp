@@ -2,8 +2,6 @@
 
 #include "support/Text.h"
 
-#include <QStringDecoder>
-
 #include <algorithm>
 #include <charconv>
 #include <utility>
@@ -13,13 +11,6 @@ namespace quorvin {
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-/// Bytes that aren't UTF-8 give the empty text.
-QString decoded(const QByteArray& bytes) {
-    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
-    QString text = decoder(bytes);
-    return decoder.hasError() ? QString() : text;
-}
 
 /// A decimal number with or without a sign, and nothing around it.
 std::optional<ProcessID> parseProcessID(const QString& text) {
@@ -50,7 +41,7 @@ CommandProcessTable::CommandProcessTable(BlockingCommand run, ProcessTools tools
 std::optional<QString> CommandProcessTable::output(const QString& program,
                                                    const QStringList& arguments) const {
     const auto bytes = m_run(program, arguments);
-    return bytes ? std::optional(decoded(*bytes)) : std::nullopt;
+    return bytes ? std::optional(text::fromUtf8(*bytes).value_or(QString())) : std::nullopt;
 }
 
 std::optional<std::vector<ProcessRow>> CommandProcessTable::rows() {

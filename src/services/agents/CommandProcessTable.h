@@ -37,6 +37,7 @@ public:
     [[nodiscard]] std::optional<ProcessID> parent(ProcessID processIdentifier) override;
 
 private:
+    /// Empty when it isn't UTF-8.
     [[nodiscard]] std::optional<QString> output(const QString& program,
                                                 const QStringList& arguments) const;
 

@@ -14,23 +14,31 @@ constexpr auto pasting = 160ms;
 } // namespace
 
 Task<> KeystrokeInjector::pasteAndSubmit(Scheduler& scheduler, Workspace& workspace,
-                                         KeyEvents& keyEvents, std::optional<ProcessID> toPID,
-                                         bool settleTab) {
-    using Direction = KeyEvent::Direction;
+                                         KeyEvents& keyEvents, QPointer<const QObject> sender,
+                                         std::optional<ProcessID> toPID, bool settleTab) {
     if (settleTab) {
         co_await scheduler.sleep(tabSettling);
     }
-    if (toPID && workspace.application(*toPID)) {
+    if (sender && toPID && workspace.application(*toPID)) {
         workspace.activate(*toPID);
         co_await scheduler.sleep(activation);
     }
-    co_await keyEvents.post({VirtualKey::v, Direction::down, KeyModifiers::command});
-    co_await scheduler.sleep(keyHold);
-    co_await keyEvents.post({VirtualKey::v, Direction::up, KeyModifiers::command});
+    co_await press(scheduler, keyEvents, sender, VirtualKey::v, KeyModifiers::command);
     co_await scheduler.sleep(pasting);
-    co_await keyEvents.post({VirtualKey::returnKey, Direction::down, KeyModifiers::none});
+    co_await press(scheduler, keyEvents, sender, VirtualKey::returnKey, KeyModifiers::none);
+}
+
+Task<> KeystrokeInjector::press(Scheduler& scheduler, KeyEvents& keyEvents,
+                                QPointer<const QObject> sender, VirtualKey key,
+                                KeyModifiers modifiers) {
+    if (!sender) {
+        co_return;
+    }
+    co_await keyEvents.post({key, KeyEvent::Direction::down, modifiers});
     co_await scheduler.sleep(keyHold);
-    co_await keyEvents.post({VirtualKey::returnKey, Direction::up, KeyModifiers::none});
+    if (sender) { // or else the end of the key events has let the key go
+        co_await keyEvents.post({key, KeyEvent::Direction::up, modifiers});
+    }
 }
 
 } // namespace quorvin

@@ -4,6 +4,9 @@
 #include "platform/Scheduler.h"
 #include "platform/Workspace.h"
 
+#include <QObject>
+#include <QPointer>
+
 #include <optional>
 
 namespace quorvin {
@@ -17,10 +20,16 @@ public:
     /// whoever has the keyboard focus then. `settleTab` first gives a tab that was just selected
     /// time to be there.
     ///
-    /// Main thread, which is free during the waits. Nothing is reported: an event that can't be
-    /// posted is left out, and whether the application understood is not known.
+    /// Main thread, which is free during the waits. When `sender`, which the others outlive, goes
+    /// in one of them, the rest is left out. Nothing is reported: an event that can't be posted is
+    /// left out, too, and whether the application understood is not known.
     static Task<> pasteAndSubmit(Scheduler& scheduler, Workspace& workspace, KeyEvents& keyEvents,
-                                 std::optional<ProcessID> toPID, bool settleTab);
+                                 QPointer<const QObject> sender, std::optional<ProcessID> toPID,
+                                 bool settleTab);
+
+private:
+    static Task<> press(Scheduler& scheduler, KeyEvents& keyEvents, QPointer<const QObject> sender,
+                        VirtualKey key, KeyModifiers modifiers);
 };
 
 } // namespace quorvin

@@ -1,6 +1,8 @@
 #include "services/agents/KeystrokeInjector.h"
 #include "unit/services/agents/DeliveryFixture.h"
 
+#include <memory>
+
 using namespace quorvin;
 using namespace quorvin::testing;
 using namespace std::chrono_literals;
@@ -12,13 +14,15 @@ class KeystrokeInjectorTest : public DeliveryTest {
 protected:
     void pasteAndSubmit(std::optional<ProcessID> toPID, bool settleTab) {
         const auto run = [this, toPID, settleTab]() -> Task<> {
-            co_await KeystrokeInjector::pasteAndSubmit(scheduler, workspace, keyEvents, toPID,
-                                                       settleTab);
+            co_await KeystrokeInjector::pasteAndSubmit(scheduler, workspace, keyEvents,
+                                                       sender.get(), toPID, settleTab);
             keyEvents.note(u"done"_s);
         };
         run();
         scheduler.advance(1s);
     }
+
+    std::unique_ptr<QObject> sender = std::make_unique<QObject>();
 };
 
 } // namespace
@@ -80,6 +84,23 @@ TEST_F(KeystrokeInjectorTest, EventsThatCannotBePostedAreLeftOutAndTheWaitsStay)
     keyEvents.answer = KeyEvents::Result::notPossibleHere;
     pasteAndSubmit(std::nullopt, true);
     EXPECT_EQ(keyEvents.keystrokes(), u"320 done"_s);
+}
+
+TEST_F(KeystrokeInjectorTest, WithItsSenderGoneTheRestIsLeftOut) {
+    runTerminal(60);
+    scheduler.postDelayed(130ms, [this] { sender.reset(); });
+    pasteAndSubmit(60, false);
+    EXPECT_EQ(keyEvents.keystrokes(), u"0 activate 60\n"
+                                      "100 Cmd+V down\n"
+                                      "120 Cmd+V up\n"
+                                      "280 done"_s);
+}
+
+TEST_F(KeystrokeInjectorTest, WithItsSenderGoneNoKeyIsTouchedAnyMore) {
+    scheduler.postDelayed(10ms, [this] { sender.reset(); });
+    pasteAndSubmit(std::nullopt, false);
+    EXPECT_EQ(keyEvents.keystrokes(), u"0 Cmd+V down\n"
+                                      "180 done"_s);
 }
 
 TEST_F(KeystrokeInjectorTest, AHeldModifierDelaysWhatFollowsAndNoWaitIsShortened) {
