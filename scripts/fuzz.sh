@@ -27,25 +27,23 @@ if [[ ! -e $build/build.ninja || CMakePresets.json -nt $build/build.ninja ]]; th
 fi
 cmake --build "$build" --target "${targets[@]/#/fuzz_}"
 
-failed=()
-for target in "${targets[@]}"; do
-    grown=$build/corpora/$target
-    findings=$build/findings/$target
+fuzz() {
+    local target=$1
+    local grown=$build/corpora/$target findings=$build/findings/$target log=$build/fuzz/$target.log
     mkdir -p "$grown" "$findings"
-    log=$build/fuzz/$target.log
     # The first directory takes what is new, the second one is only read.
     if "$build/fuzz/fuzz_$target" "$grown" "tests/fuzz/corpora/$target" \
         -max_total_time="$seconds" -timeout=10 -rss_limit_mb=2048 -max_len=4096 \
         -artifact_prefix="$findings/" -print_final_stats=1 >"$log" 2>&1; then
-        runs=$(sed -n 's/^stat::number_of_executed_units: *//p' "$log")
-        echo "$target: $runs runs, nothing found"
+        echo "$target: $(sed -n 's/^stat::number_of_executed_units: *//p' "$log") runs, nothing found"
     else
-        failed+=("$target")
         tail -n 40 "$log" >&2
         echo "$target: FOUND something, see $findings" >&2
+        return 1
     fi
-done
-if ((${#failed[@]} > 0)); then
-    echo "Findings: ${failed[*]}" >&2
-    exit 1
-fi
+}
+export -f fuzz
+export build seconds
+# As many at a time as there are processors. Fails when one of them does.
+printf '%s\n' "${targets[@]}" |
+    xargs --max-procs="$(nproc)" --max-args=1 bash -c 'fuzz "$1"' fuzz

@@ -16,18 +16,13 @@ esac
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
 scripts/setup.sh run
-scripts/build.sh main_screenshots ring_sheet settings_screenshots onboarding_screenshots \
-    view_screenshots >&2
+scripts/build.sh view_screenshots >&2
 pictures=build/screenshots
-views=build/dev/tests/views
 mkdir -p $pictures
 for scale in 1 2; do
     export QT_SCALE_FACTOR=$scale
-    for program in main/main settings/settings onboarding/onboarding compact/view; do
-        "$views/${program}_screenshots" $pictures
-    done
-    for theme in razer latte; do
-        $views/ring/ring_sheet "$pictures/ring-$theme@${scale}x.png" $theme
+    for folder in compact main onboarding ring settings; do
+        "build/dev/tests/views/$folder/${folder}_screenshots" $pictures
     done
 done
 [[ $docs ]] || exit 0
@@ -50,7 +45,7 @@ history                 main-razer-history@1x
 picker                  main-razer-picker@1x
 feed                    main-razer-feed@1x
 banner                  main-razer-banner-idle@1x
-compact-recording       razer-recording@2x
+compact-recording       compact-razer-recording@2x
 settings-general        settings-razer-general@1x
 settings-audio          settings-razer-audio@1x
 settings-appearance     settings-razer-appearance@1x

@@ -5,6 +5,7 @@
 #   setup.sh package  what making the packages needs besides
 #   setup.sh test     what the tests, those of packages among them, and the demonstration need
 #   setup.sh fuzz     what the fuzz targets need besides
+#   setup.sh lint     what checking the sources needs besides
 set -euo pipefail
 
 run_packages=(
@@ -28,14 +29,16 @@ test_packages=(
     dbus at-spi2-core python3-gi
 )
 fuzz_packages=(clang libclang-rt-dev)
+lint_packages=(clang-format clang-tidy git)
 
 case "${1:-}" in
     run) packages=("${run_packages[@]}") ;;
     package) packages=("${package_packages[@]}") ;;
     test) packages=("${test_packages[@]}") ;;
     fuzz) packages=("${fuzz_packages[@]}") ;;
+    lint) packages=("${lint_packages[@]}") ;;
     *)
-        echo "usage: $0 run|package|test|fuzz" >&2
+        echo "usage: $0 run|package|test|fuzz|lint" >&2
         exit 2
         ;;
 esac
