@@ -81,7 +81,8 @@ std::vector<double> deviationsOfOne(Scheduler& scheduler, KeyEvents& keys) {
     QEventLoop loop;
     const auto begin = std::chrono::steady_clock::now();
     const auto deliver = [&]() -> Task<> {
-        co_await KeystrokeInjector::pasteAndSubmit(scheduler, workspace, keyEvents, terminal, true);
+        co_await KeystrokeInjector::pasteAndSubmit(scheduler, workspace, keyEvents, &loop, terminal,
+                                                   true);
         loop.quit();
     };
     const Task<> delivery = deliver();

@@ -76,23 +76,21 @@ void SettingsWindowController::makeWindow(AppState& appState) {
         m_window->setPosition(
             (visible->center() - QPointF(size.width(), size.height()) / 2).toPoint());
     }
-    const auto resized = [this] { storeSize(); };
+    // Once the size rests: each store waits for the disk.
+    const auto resized = [this] {
+        m_storing = m_scheduler.startAfter(restingTime, [this] { storeSize(); });
+    };
     QObject::connect(m_window.get(), &QWindow::widthChanged, m_window.get(), resized);
     QObject::connect(m_window.get(), &QWindow::heightChanged, m_window.get(), resized);
 }
 
 void SettingsWindowController::storeSize() {
-    // Once the size rests: each store waits for the disk.
-    m_storing = m_scheduler.start([this](CancellationToken token) -> Task<> {
-        co_await m_scheduler.sleep(restingTime);
-        if (token.isCancelled() || !m_window) {
-            co_return;
-        }
+    if (m_window) {
         // The frame's size is stored and set as the content's next time: it may grow a little.
         const QSize frame = m_window->frameGeometry().size();
         m_userDefaults.setDouble(widthKey, frame.width());
         m_userDefaults.setDouble(heightKey, frame.height());
-    });
+    }
 }
 
 void SettingsWindowController::bringToFront() {

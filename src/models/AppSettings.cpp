@@ -45,8 +45,7 @@ AppSettings AppSettings::read(const UserDefaults& store) {
     s.agentsIncluded = store.boolean(SettingsKey::agentsIncluded).value_or(s.agentsIncluded);
     s.selectedTheme = store.string(SettingsKey::selectedTheme).value_or(s.selectedTheme);
     s.animationStyle = store.string(SettingsKey::animationStyle).value_or(s.animationStyle);
-    s.soundsEnabled = store.boolean(SettingsKey::soundsEnabled)
-                          .value_or(!store.contains(SettingsKey::soundsEnabled));
+    s.soundsEnabled = storedSoundsEnabled(store);
     s.onboardingComplete =
         store.boolean(SettingsKey::onboardingComplete).value_or(s.onboardingComplete);
     return s;

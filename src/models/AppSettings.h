@@ -1,12 +1,12 @@
 #pragma once
 
+#include "services/signals/SoundSetting.h"
+
 #include <QString>
 
 namespace quorvin {
 
-class UserDefaults;
-
-/// The keys of the settings store.
+/// The keys of the settings store, with that of SoundSetting.h.
 namespace SettingsKey {
 inline const QString language = QStringLiteral("language");
 inline const QString vadAutoStop = QStringLiteral("vadAutoStop");
@@ -22,7 +22,6 @@ inline const QString alwaysOnTop = QStringLiteral("alwaysOnTop");
 inline const QString agentsIncluded = QStringLiteral("agentsIncluded");
 inline const QString selectedTheme = QStringLiteral("selectedTheme");
 inline const QString animationStyle = QStringLiteral("animationStyle");
-inline const QString soundsEnabled = QStringLiteral("soundsEnabled");
 inline const QString onboardingComplete = QStringLiteral("onboardingComplete");
 } // namespace SettingsKey
 

@@ -206,13 +206,7 @@ void AppState::showCompactFeedback(const QString& text, double duration) {
     const auto time =
         std::chrono::duration_cast<Scheduler::Duration>(std::chrono::duration<double>(duration));
     m_compactFeedbackTask =
-        m_platform.scheduler.start([self = QPointer(this), &scheduler = m_platform.scheduler,
-                                    time](CancellationToken token) -> Task<> {
-            co_await scheduler.sleep(time);
-            if (self && !token.isCancelled()) {
-                self->m_compactFeedback = QString();
-            }
-        });
+        m_platform.scheduler.startAfter(time, [this] { m_compactFeedback = QString(); });
 }
 
 // --- History -------------------------------------------------------------------------------------

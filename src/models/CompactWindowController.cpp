@@ -91,12 +91,7 @@ void CompactWindowController::moved() {
         return;
     }
     // Once the panel rests: a drag makes sixty moves a second, and each store waits for the disk.
-    m_storing = m_scheduler.start([this](CancellationToken token) -> Task<> {
-        co_await m_scheduler.sleep(restingTime);
-        if (!token.isCancelled()) {
-            storeOrigin();
-        }
-    });
+    m_storing = m_scheduler.startAfter(restingTime, [this] { storeOrigin(); });
 }
 
 std::optional<QPointF> CompactWindowController::storedOrigin() const {

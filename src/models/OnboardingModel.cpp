@@ -93,10 +93,8 @@ void OnboardingModel::advanceTo(OnboardingStep step) {
 }
 
 void OnboardingModel::advanceLater(OnboardingStep step) {
-    m_advance = m_scheduler.start([this, &scheduler = m_scheduler, step,
-                                   from = currentStep()](CancellationToken token) -> Task<> {
-        co_await scheduler.sleep(advanceDelay);
-        if (!token.isCancelled() && currentStep() == from) {
+    m_advance = m_scheduler.startAfter(advanceDelay, [this, step, from = currentStep()] {
+        if (currentStep() == from) {
             advanceTo(step);
         }
     });

@@ -28,6 +28,15 @@ CancellableTask Scheduler::start(std::function<Task<>(CancellationToken)> body) 
     return handle;
 }
 
+CancellableTask Scheduler::startAfter(Duration delay, std::function<void()> work) {
+    return start([this, delay, work = std::move(work)](CancellationToken token) -> Task<> {
+        co_await sleep(delay);
+        if (!token.isCancelled()) {
+            work();
+        }
+    });
+}
+
 void Scheduler::startDetached(std::function<Task<>()> body) {
     post([body = std::move(body)]() mutable { run(std::move(body)); });
 }

@@ -54,7 +54,10 @@ public:
     /// cancels it. An exception that leaves `body` is logged and ends the task.
     [[nodiscard]] CancellableTask start(std::function<Task<>(CancellationToken)> body);
 
-    /// The same for a task that nobody cancels.
+    /// Calls `work` when `delay` has passed, unless the handle is dropped before.
+    [[nodiscard]] CancellableTask startAfter(Duration delay, std::function<void()> work);
+
+    /// Starts a task that nobody cancels.
     void startDetached(std::function<Task<>()> body);
 };
 

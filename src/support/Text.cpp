@@ -1,6 +1,9 @@
 #include "support/Text.h"
 
+#include <QStringDecoder>
 #include <QTextBoundaryFinder>
+
+#include <utility>
 
 namespace quorvin::text {
 
@@ -84,6 +87,12 @@ QStringList lines(const QString& text) {
 QString elided(const QString& text, qsizetype limit) {
     const QString head = prefix(text, limit);
     return head.size() == text.size() ? text : head + QStringLiteral("...");
+}
+
+std::optional<QString> fromUtf8(const QByteArray& bytes) {
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    QString text = decoder(bytes);
+    return decoder.hasError() ? std::nullopt : std::optional(std::move(text));
 }
 
 } // namespace quorvin::text

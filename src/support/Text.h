@@ -1,9 +1,13 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 #include <QStringList>
 
-/// Operations on text in user-perceived characters (extended grapheme clusters, Unicode UAX #29).
+#include <optional>
+
+/// Operations on text. Characters are user-perceived ones (extended grapheme clusters, Unicode
+/// UAX #29).
 namespace quorvin::text {
 
 /// Number of characters.
@@ -26,5 +30,8 @@ namespace quorvin::text {
 
 /// The first `limit` characters of `text`, followed by "..." when it has more than that.
 [[nodiscard]] QString elided(const QString& text, qsizetype limit);
+
+/// Absent when `bytes` are not valid UTF-8.
+[[nodiscard]] std::optional<QString> fromUtf8(const QByteArray& bytes);
 
 } // namespace quorvin::text

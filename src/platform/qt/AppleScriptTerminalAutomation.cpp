@@ -4,7 +4,6 @@
 #include "support/Text.h"
 
 #include <QProcess>
-#include <QStringDecoder>
 
 #include <algorithm>
 #include <array>
@@ -72,13 +71,6 @@ QString systemEventsScript() {
     return u"tell application \"System Events\" to return name of first process"_s;
 }
 
-/// Absent when the bytes aren't UTF-8.
-std::optional<QString> decoded(const QByteArray& bytes) {
-    QStringDecoder decode(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
-    const QString result = decode(bytes);
-    return decode.hasError() ? std::nullopt : std::optional(result);
-}
-
 QStringList arguments(const QString& script) {
     return {u"-e"_s, script};
 }
@@ -113,7 +105,7 @@ std::optional<QString> AppleScriptTerminalAutomation::run(const QString& script)
     if (process.error() == QProcess::FailedToStart) {
         return std::nullopt;
     }
-    const std::optional<QString> output = decoded(process.readAllStandardOutput());
+    const std::optional<QString> output = text::fromUtf8(process.readAllStandardOutput());
     return output ? std::optional(text::trimmed(*output)) : std::nullopt;
 }
 
@@ -124,7 +116,7 @@ Task<bool> AppleScriptTerminalAutomation::checkPermission() {
     if (!result) {
         co_return false;
     }
-    const QString output = decoded(result->output).value_or(QString());
+    const QString output = text::fromUtf8(result->output).value_or(QString());
     // 1743 is the number of the error with which the system refuses Apple events.
     for (const QStringView refusal : {u"1743", u"not authorized", u"not allowed"}) {
         if (output.contains(refusal)) {

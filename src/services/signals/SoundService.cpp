@@ -1,19 +1,13 @@
 #include "services/signals/SoundService.h"
 
 #include "platform/ApplicationBundle.h"
-#include "platform/UserDefaults.h"
+#include "services/signals/SoundSetting.h"
 
 namespace quorvin {
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-bool storedSetting(const UserDefaults& defaults) {
-    const QString key = u"soundsEnabled"_s;
-    // A value of another type reads as false; only a missing one means that sounds are wanted.
-    return defaults.contains(key) ? defaults.boolean(key).value_or(false) : true;
-}
 
 std::unique_ptr<SoundPlayer> makePlayer(SoundPlayers& players, const ApplicationBundle& bundle,
                                         const QString& name, const QString& extension,
@@ -34,7 +28,7 @@ std::unique_ptr<SoundPlayer> makePlayer(SoundPlayers& players, const Application
 
 SoundService::SoundService(SoundPlayers& players, const ApplicationBundle& bundle,
                            const UserDefaults& defaults)
-    : isEnabled(storedSetting(defaults))
+    : isEnabled(storedSoundsEnabled(defaults))
     , uiSoundPlayer(makePlayer(players, bundle, u"ui-sound"_s, u"mp3"_s, 0.22, 1.5))
     , popPlayer(makePlayer(players, bundle, u"ui-pop"_s, u"mp3"_s, 0.18, 1.0))
     , vinylStopPlayer(makePlayer(players, bundle, u"vinyl-stop"_s, u"mp3"_s, 0.22, 1.6)) {

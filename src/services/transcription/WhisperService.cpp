@@ -13,7 +13,6 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QPointer>
-#include <QStringDecoder>
 
 namespace quorvin {
 
@@ -28,13 +27,6 @@ constexpr float quietestRms = 0.0001F;
 bool isExecutableFile(const QString& path) {
     const QFileInfo file(path);
     return file.isFile() && file.isExecutable();
-}
-
-/// Empty when `bytes` are not valid UTF-8.
-QString decoded(const QByteArray& bytes) {
-    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
-    const QString text = decoder(bytes);
-    return decoder.hasError() ? QString() : text;
 }
 
 } // namespace
@@ -240,7 +232,7 @@ Task<QString> WhisperService::runProcess(QString program, QStringList arguments)
     Scheduler& scheduler = m_scheduler;
     // `this` may be gone after the await.
     const ProcessResult result = co_await m_processRunner.run(program, arguments);
-    const QString errors = decoded(result.standardError);
+    const QString errors = text::fromUtf8(result.standardError).value_or(QString());
     if (result.exitStatus != 0) {
         throw WhisperError(WhisperError::Case::processFailure,
                            u"whisper-cpp exited with status %1: %2"_s.arg(
@@ -253,7 +245,7 @@ Task<QString> WhisperService::runProcess(QString program, QStringList arguments)
             }
         });
     }
-    co_return decoded(result.standardOutput);
+    co_return text::fromUtf8(result.standardOutput).value_or(QString());
 }
 
 } // namespace quorvin

@@ -65,7 +65,8 @@ private:
     [[nodiscard]] std::optional<QString> findModel() const;
     [[nodiscard]] Task<std::optional<QString>> transcribeViaCLI(std::vector<float> samples);
     [[nodiscard]] Task<std::optional<QString>> simulateTranscription();
-    /// The child's standard output. Throws WhisperError or ProcessLaunchError.
+    /// The child's standard output, empty when it isn't UTF-8. Throws WhisperError or
+    /// ProcessLaunchError.
     [[nodiscard]] Task<QString> runProcess(QString program, QStringList arguments);
 
     const ApplicationBundle& m_bundle;

@@ -1,6 +1,7 @@
 #include "views/compact/CompactDragHostingView.h"
 
 #include "models/AppState.h"
+#include "models/CompactPanel.h"
 
 #include <QCursor>
 #include <QDropEvent>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "models/CompactWindowController.h"
+#include "models/CompactPanel.h"
 
 class QQmlEngine;
 

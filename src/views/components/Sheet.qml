@@ -102,13 +102,13 @@ Popup {
             radius: sheet.glowRadius
             cornerRadius: sheet.cornerRadius
         }
-        SheetGround {
+        RoundedFrame {
             anchors.fill: parent
             objectName: "sheetGround"
             radius: sheet.cornerRadius
-            topColor: sheet.fill
-            bottomColor: sheet.bottomFill
-            borderColor: sheet.borderColor
+            fill: sheet.fill
+            bottomFill: sheet.bottomFill
+            color: sheet.borderColor
         }
     }
     contentItem: ColumnLayout {

@@ -81,6 +81,23 @@ void AppStateTest::answerEngine(const QString& text) {
     scheduler.runPosted();
 }
 
+void AppStateTest::runTerminal() {
+    workspace.running = {{terminalPid, u"Terminal"_s, u"com.apple.Terminal"_s}};
+    processes.parents[shellPid] = terminalPid;
+    processes.parents[terminalPid] = 1;
+}
+
+void AppStateTest::runAgent(const QString& name, ProcessID pid) {
+    if (!processes.parents.contains(shellPid)) {
+        runTerminal();
+    }
+    const QString tty = u"pts/%1"_s.arg(pid % 100);
+    processes.rows.push_back({pid, name, tty});
+    processes.parents[pid] = shellPid;
+    processes.holders[u"/dev/"_s + tty] = {shellPid, pid};
+    processes.workingDirectories[pid] = u"/home/dev/project%1"_s.arg(pid);
+}
+
 void AppStateTest::feedMicrophone(const std::vector<float>& samples) {
     ASSERT_FALSE(audioHost.engines.empty());
     audioHost.engines.back()->feed(samples);

@@ -39,9 +39,11 @@ namespace quorvin::testing {
 /// The whole program below the views on fake platform parts: real services, virtual time, a private
 /// home directory, a microphone that the test feeds and an engine whose answers it writes.
 class AppStateTest : public ::testing::Test {
+public:
+    ~AppStateTest() override;
+
 protected:
     AppStateTest();
-    ~AppStateTest() override;
 
     /// Makes the program; what a test wants to find at start is set before.
     AppState& start();
@@ -56,6 +58,14 @@ protected:
     void answerEngine(const QString& text);
     /// How many samples the engine's last run was given.
     [[nodiscard]] std::size_t engineSamples() const { return m_engineSamples; }
+
+    /// One terminal, with a shell in it.
+    static constexpr ProcessID terminalPid = 900;
+    static constexpr ProcessID shellPid = 910;
+    void runTerminal();
+    /// Starts an agent in that terminal, on a device of its own, "/dev/pts/1" for 1001, and in the
+    /// directory "/home/dev/project<pid>".
+    void runAgent(const QString& name, ProcessID pid);
 
     /// Gives 16 kHz samples to the engine that captures now, as one buffer.
     void feedMicrophone(const std::vector<float>& samples);

@@ -9,23 +9,9 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr ProcessID terminalPid = 900;
-constexpr ProcessID firstAgentPid = 1000;
-
 /// Amounts and jumps of time that no day brings.
 class Reliability : public AppStateTest {
 protected:
-    void runAgents(int count) {
-        workspace.running = {{terminalPid, u"Terminal"_s, u"com.apple.Terminal"_s}};
-        for (ProcessID pid = firstAgentPid; pid < firstAgentPid + count; ++pid) {
-            const QString tty = u"pts/%1"_s.arg(pid);
-            processes.rows.push_back({pid, u"claude"_s, tty});
-            processes.parents[pid] = terminalPid;
-            processes.holders[u"/dev/"_s + tty] = {pid};
-            processes.workingDirectories[pid] = u"/home/dev/project%1"_s.arg(pid);
-        }
-    }
-
     void moveWallClock(std::chrono::seconds by) {
         scheduler.setWallTime(scheduler.wallTime().addSecs(by.count()));
     }
@@ -60,7 +46,9 @@ TEST_F(Reliability, ADictationOfTenThousandCharactersStaysWhole) {
 }
 
 TEST_F(Reliability, OfFiftySessionsThePickedOneIsTold) {
-    runAgents(50);
+    for (ProcessID pid = 1000; pid < 1050; ++pid) {
+        runAgent(u"claude"_s, pid);
+    }
     defaults.setBoolean(u"agentsIncluded"_s, false);
     start();
     app().setDraftText(u"fix it"_s);
@@ -73,7 +61,7 @@ TEST_F(Reliability, OfFiftySessionsThePickedOneIsTold) {
     app().sendToPickedSession(sessions.at(49));
     scheduler.advance(2s);
 
-    EXPECT_EQ(terminalAutomation.focused, QStringList{u"com.apple.Terminal /dev/pts/1049"_s});
+    EXPECT_EQ(terminalAutomation.focused, QStringList{u"com.apple.Terminal /dev/pts/49"_s});
     EXPECT_EQ(pasteboard.contents, u"fix it"_s);
     EXPECT_EQ(feed().last(), u"Sent to Claude successfully"_s);
 }

@@ -54,6 +54,20 @@ TEST_F(SchedulerTest, SleepersWakeInTheOrderOfTheirTime) {
     EXPECT_EQ(order, (std::vector{10, 15, 20}));
 }
 
+TEST_F(SchedulerTest, StartAfterCallsUnlessTheHandleIsDropped) {
+    int calls = 0;
+    CancellableTask kept = scheduler.startAfter(20ms, [&calls] { ++calls; });
+    scheduler.advance(19ms);
+    EXPECT_EQ(calls, 0);
+    scheduler.advance(1ms);
+    EXPECT_EQ(calls, 1);
+    kept = scheduler.startAfter(20ms, [&calls] { calls += 10; });
+    scheduler.advance(19ms);
+    kept = scheduler.startAfter(20ms, [&calls] { calls += 100; });
+    scheduler.advance(100ms);
+    EXPECT_EQ(calls, 101);
+}
+
 TEST_F(SchedulerTest, ReplacingAHandleCancelsItsTask) {
     CancellableTask task = scheduler.start([this](CancellationToken token) { return tick(token); });
     scheduler.advance(35ms);

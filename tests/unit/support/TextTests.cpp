@@ -44,3 +44,15 @@ TEST(Text, ElidedCutsOnlyWhatIsLonger) {
     EXPECT_EQ(text::elided(u"abc"_s, 3), u"abc"_s);
     EXPECT_EQ(text::elided(u"abcd"_s, 3), u"abc..."_s);
 }
+
+TEST(Text, FromUtf8TakesNothingElse) {
+    EXPECT_EQ(text::fromUtf8("Gr\xC3\xBC\xC3\x9F"
+                             "e"),
+              u"Grüße"_s);
+    EXPECT_EQ(text::fromUtf8(QByteArray("a\0b", 3)), u"a\0b"_s);
+    EXPECT_EQ(text::fromUtf8(""), QString());
+    EXPECT_EQ(text::fromUtf8("Gr\xFC\xDF"
+                             "e"),
+              std::nullopt);
+    EXPECT_EQ(text::fromUtf8("cut \xC3"), std::nullopt) << "in the middle of a character";
+}

@@ -1,21 +1,14 @@
-// Saves pictures of the compact view in its states and in some themes to the directory given, at
-// the scale that QT_SCALE_FACTOR says.
+// Makes pictures of the compact view in its states; see support/ScreenshotProgram.h.
 
 #include "CompactViewTest.h"
-#include "theme/GeistFont.h"
-#include "views/ViewTypes.h"
-
-#include <QApplication>
-#include <QDir>
-#include <QLoggingCategory>
-#include <QQuickStyle>
+#include "views/support/ScreenshotProgram.h"
 
 #include <cmath>
 #include <cstdlib>
 #include <functional>
 #include <numbers>
 
-using namespace quorvin;
+using namespace quorvin::testing;
 using namespace std::chrono_literals;
 using namespace Qt::Literals::StringLiterals;
 
@@ -42,23 +35,20 @@ std::vector<float> vowel(int frame) {
     return samples;
 }
 
-class Scene final : public quorvin::testing::CompactViewTest {
+class CompactScene final : public Scene<CompactViewTest> {
 public:
-    void TestBody() override {}
+    using Scene::Scene;
 
-    void shoot(const QString& path, const QString& themeName,
-               const std::function<void(Scene&)>& arrange) {
-        audioHost.deviceList = {{.number = 7, .name = "Desk Microphone", .inputChannelCount = 1}};
-        defaults.setString(u"selectedDevice"_s, u"7"_s);
-        defaults.setString(u"selectedTheme"_s, themeName);
-        theme.setTheme(themeName);
+    [[nodiscard]] QImage picture(const std::function<void(CompactScene&)>& arrange) {
         showView();
         arrange(*this);
         // Fades come to their end.
         advance(350ms);
-        if (!grab().save(path)) {
-            std::abort();
+        QImage picture = grab();
+        if (app().isTranscribing()) {
+            answerEngine(QString());
         }
+        return picture;
     }
     void draft(const QString& text) { app().setDraftText(text); }
     void speakVowels(int frames) {
@@ -77,11 +67,6 @@ public:
         transcribe();
         scheduler.advance(550ms);
     }
-    void finish() {
-        if (app().isTranscribing()) {
-            answerEngine(QString());
-        }
-    }
     void tell(const QString& text) { app().showCompactFeedback(text, 60); }
     void attachImages(int count) { attach(count); }
     void takeAwayKeys() { keyEvents.trusted = false; }
@@ -94,7 +79,7 @@ public:
 
 struct Picture {
     QString name;
-    std::function<void(Scene&)> arrange;
+    std::function<void(CompactScene&)> arrange;
 };
 
 const QString sentence = u"Please look at the login form and fix the focus order."_s;
@@ -102,70 +87,59 @@ const QString sentence = u"Please look at the login form and fix the focus order
 } // namespace
 
 int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    qputenv("QT_QUICK_BACKEND", "software");
-    const QApplication application(argc, argv);
-    registerViewTypes();
-    QLoggingCategory::setFilterRules(u"com.quorvin.*=false"_s);
-    QApplication::setFont(GeistFont::font(13));
-    QQuickStyle::setStyle(u"Basic"_s);
-    const QDir directory(QApplication::arguments().value(1));
-
+    const ScreenshotProgram program(argc, argv);
     const QList<Picture> pictures{
-        {u"idle"_s, [](Scene& scene) { scene.rest(); }},
+        {u"idle"_s, [](CompactScene& scene) { scene.rest(); }},
         {u"draft"_s,
-         [](Scene& scene) {
+         [](CompactScene& scene) {
              scene.rest();
              scene.draft(sentence.repeated(11));
          }},
-        {u"recording"_s, [](Scene& scene) { scene.record(); }},
-        {u"transcribing"_s, [](Scene& scene) { scene.wait(); }},
+        {u"recording"_s, [](CompactScene& scene) { scene.record(); }},
+        {u"transcribing"_s, [](CompactScene& scene) { scene.wait(); }},
         {u"feedback"_s,
-         [](Scene& scene) {
+         [](CompactScene& scene) {
              scene.rest();
              scene.draft(sentence);
              scene.tell(u"✓ sent"_s);
          }},
         {u"feedback-long"_s,
-         [](Scene& scene) {
+         [](CompactScene& scene) {
              scene.rest();
              scene.draft(sentence);
              scene.tell(u"⚠ Accessibility — re-grant!"_s);
          }},
         {u"attachments"_s,
-         [](Scene& scene) {
+         [](CompactScene& scene) {
              scene.rest();
              scene.draft(sentence);
              scene.attachImages(9);
          }},
         {u"recording-attachments"_s,
-         [](Scene& scene) {
+         [](CompactScene& scene) {
              scene.attachImages(3);
              scene.record();
          }},
         {u"tooltip"_s,
-         [](Scene& scene) {
+         [](CompactScene& scene) {
              scene.rest();
              scene.draft(sentence);
              scene.point(u"attachButton"_s);
          }},
     };
-    const QString scale = u"@%1x"_s.arg(qEnvironmentVariable("QT_SCALE_FACTOR", u"1"_s));
-    for (const QString& theme : {u"razer"_s, u"latte"_s, u"nord"_s, u"synthwave"_s}) {
+    for (const QString& theme :
+         program.themes({u"razer"_s, u"latte"_s, u"nord"_s, u"synthwave"_s})) {
         for (const Picture& picture : pictures) {
-            Scene scene;
-            scene.shoot(directory.filePath(theme + u'-' + picture.name + scale + u".png"_s), theme,
-                        picture.arrange);
-            scene.finish();
+            program.save(u"compact-%1-%2"_s.arg(theme, picture.name),
+                         CompactScene(theme).picture(picture.arrange));
         }
     }
-    Scene warning;
+    CompactScene warning(u"razer"_s);
     warning.takeAwayKeys();
-    warning.shoot(directory.filePath(u"razer-warning"_s + scale + u".png"_s), u"razer"_s,
-                  [](Scene& scene) {
-                      scene.rest();
-                      scene.draft(sentence);
-                      scene.point(u"warnTriangle"_s);
-                  });
+    program.save(u"compact-razer-warning"_s, warning.picture([](CompactScene& scene) {
+        scene.rest();
+        scene.draft(sentence);
+        scene.point(u"warnTriangle"_s);
+    }));
     return EXIT_SUCCESS;
 }

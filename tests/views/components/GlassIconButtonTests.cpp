@@ -1,8 +1,6 @@
 #include "theme/HexColor.h"
 #include "views/support/ViewTest.h"
 
-#include <QAccessible>
-
 using namespace quorvin;
 using namespace quorvin::testing;
 using namespace std::chrono_literals;
@@ -26,9 +24,7 @@ protected:
 
     QColor symbolColor() { return item(u"symbol"_s)->property("color").value<QColor>(); }
     QColor fill() { return glass()->property("color").value<QColor>(); }
-    QColor border() {
-        return glass()->property("border").value<QObject*>()->property("color").value<QColor>();
-    }
+    QColor border() { return borderColor(glass()); }
     /// Of the glass against the button.
     double offset() { return glass()->mapToItem(button(), QPointF(16, 14)).y() - 14; }
     bool isPressed() { return button()->property("isPressed").toBool(); }
@@ -38,18 +34,6 @@ protected:
         advance(1s);
     }
 };
-
-QColor withAlpha(QColor color, double alpha) {
-    color.setAlphaF(static_cast<float>(alpha));
-    return color;
-}
-
-void expectColor(const QColor& actual, const QColor& expected) {
-    EXPECT_NEAR(actual.redF(), expected.redF(), 0.003);
-    EXPECT_NEAR(actual.greenF(), expected.greenF(), 0.003);
-    EXPECT_NEAR(actual.blueF(), expected.blueF(), 0.003);
-    EXPECT_NEAR(actual.alphaF(), expected.alphaF(), 0.003);
-}
 
 } // namespace
 
@@ -167,7 +151,7 @@ TEST_F(GlassIconButton, AClickLeavesTheFocusWhereItIs) {
 
 TEST_F(GlassIconButton, HasANameForThoseWhoCantSeeIt) {
     showButton();
-    QAccessibleInterface* const interface = QAccessible::queryAccessibleInterface(button());
+    QAccessibleInterface* const interface = accessible(button());
     ASSERT_NE(interface, nullptr);
     EXPECT_EQ(interface->text(QAccessible::Name), u"Attach"_s);
     EXPECT_EQ(interface->role(), QAccessible::Button);

@@ -48,7 +48,7 @@ protected:
     QTextLine m_line;
 };
 
-constexpr double tolerance = 1.0 / 32; // positions are kept in 64ths of a pixel
+constexpr double advanceTolerance = 1.0 / 32; // positions are kept in 64ths of a pixel
 
 } // namespace
 
@@ -57,21 +57,21 @@ TEST_P(MonospacedDigits, AllNumbersOfALengthAreEquallyWide) {
     const double narrow = m_line.horizontalAdvance();
     lay(u"000"_s, false);
     ASSERT_LT(narrow + 1, m_line.horizontalAdvance()) << "else there is nothing to show";
-    EXPECT_NEAR(width(u"111"_s), width(u"000"_s), tolerance);
-    EXPECT_NEAR(width(u"11:11"_s), width(u"08:49"_s), tolerance);
-    EXPECT_NEAR(width(u"1"_s), width(u"4"_s), tolerance);
+    EXPECT_NEAR(width(u"111"_s), width(u"000"_s), advanceTolerance);
+    EXPECT_NEAR(width(u"11:11"_s), width(u"08:49"_s), advanceTolerance);
+    EXPECT_NEAR(width(u"1"_s), width(u"4"_s), advanceTolerance);
 }
 
 TEST_P(MonospacedDigits, EachDigitKeepsItsMiddleWhileTheNumberCounts) {
     for (const int position : {0, 1, 3, 4}) {
         const double place = middle(u"08:49"_s, position);
-        EXPECT_NEAR(middle(u"11:11"_s, position), place, tolerance) << position;
-        EXPECT_NEAR(middle(u"17:71"_s, position), place, tolerance) << position;
+        EXPECT_NEAR(middle(u"11:11"_s, position), place, advanceTolerance) << position;
+        EXPECT_NEAR(middle(u"17:71"_s, position), place, advanceTolerance) << position;
     }
 }
 
 TEST_P(MonospacedDigits, ALetterBeforeANumberIsLeftAlone) {
-    EXPECT_NEAR(width(u"v1.1"_s), width(u"v4.0"_s), tolerance);
+    EXPECT_NEAR(width(u"v1.1"_s), width(u"v4.0"_s), advanceTolerance);
     for (const QTextLayout::FormatRange& range : monospacedDigits(u"é1"_s, GeistFont::font(11))) {
         EXPECT_EQ(range.start, 1);
     }

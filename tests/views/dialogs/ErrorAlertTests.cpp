@@ -136,11 +136,11 @@ TEST_F(ErrorAlert, IsReadToThoseWhoCantSeeIt) {
 TEST_F(ErrorAlert, FollowsTheTheme) {
     theme.setTheme(u"latte"_s);
     showAlert(u"No session found."_s);
-    expectColor(propertyOf(u"sheetGround"_s, "topColor").value<QColor>(), hexColor(u"e6e9ef"));
+    expectColor(propertyOf(u"sheetGround"_s, "fill").value<QColor>(), hexColor(u"e6e9ef"));
     expectColor(propertyOf(u"alertTitle"_s, "color").value<QColor>(), hexColor(u"4c4f69"));
     theme.setTheme(u"forest"_s);
     advance(500ms);
-    expectColor(propertyOf(u"sheetGround"_s, "topColor").value<QColor>(), hexColor(u"0f1e0f"));
+    expectColor(propertyOf(u"sheetGround"_s, "fill").value<QColor>(), hexColor(u"0f1e0f"));
 }
 
 TEST_F(ErrorAlert, TakesAnyTextAsItIs) {

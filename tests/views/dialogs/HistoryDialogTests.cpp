@@ -59,10 +59,9 @@ TEST_F(HistoryDialog, HasItsSizeItsFixedColoursAndItsTexts) {
         QQuickItem* const ground = item(u"sheetGround"_s);
         EXPECT_EQ(ground->width(), 500);
         EXPECT_EQ(ground->property("radius").toDouble(), 16);
-        expectColor(ground->property("borderColor").value<QColor>(), withAlpha(orange, 0.3));
-        expectColor(ground->property("topColor").value<QColor>(),
-                    withAlpha(hexColor(u"1e1e1e"), 0.95));
-        expectColor(ground->property("bottomColor").value<QColor>(),
+        expectColor(ground->property("color").value<QColor>(), withAlpha(orange, 0.3));
+        expectColor(ground->property("fill").value<QColor>(), withAlpha(hexColor(u"1e1e1e"), 0.95));
+        expectColor(ground->property("bottomFill").value<QColor>(),
                     withAlpha(hexColor(u"141414"), 0.98));
         expectColor(propertyOf(u"sheetShadow"_s, "color").value<QColor>(),
                     withAlpha(Qt::black, 0.6));

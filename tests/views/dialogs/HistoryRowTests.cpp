@@ -8,9 +8,6 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-const QColor purple = hexColor(u"8b5cf6");
-const QColor green = hexColor(u"10b981");
-
 class HistoryRow : public HistoryTest {
 protected:
     static QColor fill(QQuickItem* rectangle) {

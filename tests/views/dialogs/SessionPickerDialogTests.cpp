@@ -8,9 +8,6 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-const QColor purple = hexColor(u"8b5cf6");
-const QColor green = hexColor(u"10b981");
-
 class SessionPickerDialog : public DialogsTest {
 protected:
     void showDialog() {
@@ -56,7 +53,7 @@ TEST_F(SessionPickerDialog, SaysWhatItAsks) {
     QQuickItem* const ground = item(u"sheetGround"_s);
     EXPECT_EQ(ground->width(), 440);
     EXPECT_EQ(ground->property("radius").toDouble(), 14);
-    expectColor(ground->property("borderColor").value<QColor>(), withAlpha(purple, 0.3));
+    expectColor(ground->property("color").value<QColor>(), withAlpha(purple, 0.3));
     expectColor(propertyOf(u"sheetShadow"_s, "color").value<QColor>(), withAlpha(Qt::black, 0.5));
     EXPECT_EQ(propertyOf(u"sheetShadow"_s, "radius").toDouble(), 24);
     EXPECT_EQ(frameOf(u"sheetShadow"_s).top() - frameOf(u"sheetGround"_s).top(), 10);
@@ -67,11 +64,11 @@ TEST_F(SessionPickerDialog, SaysWhatItAsks) {
 TEST_F(SessionPickerDialog, StandsOnTheSurfaceOfTheTheme) {
     theme.setTheme(u"latte"_s);
     showWith(2);
-    expectColor(propertyOf(u"sheetGround"_s, "topColor").value<QColor>(), hexColor(u"e6e9ef"));
+    expectColor(propertyOf(u"sheetGround"_s, "fill").value<QColor>(), hexColor(u"e6e9ef"));
     expectColor(propertyOf(u"pickerTitle"_s, "color").value<QColor>(), hexColor(u"4c4f69"));
     theme.setTheme(u"nord"_s);
     advance(500ms);
-    expectColor(propertyOf(u"sheetGround"_s, "topColor").value<QColor>(), hexColor(u"3b4252"));
+    expectColor(propertyOf(u"sheetGround"_s, "fill").value<QColor>(), hexColor(u"3b4252"));
 }
 
 TEST_F(SessionPickerDialog, IsAsHighAsItsRowsUpToFourAndAHalf) {
@@ -100,7 +97,7 @@ TEST_F(SessionPickerDialog, ARowShowsItsSession) {
 TEST_F(SessionPickerDialog, HasTheLooksOfOpenCode) {
     showOpenCode(2);
     EXPECT_EQ(textOf(u"pickerTitle"_s), u"Select OpenCode Client"_s);
-    expectColor(propertyOf(u"sheetGround"_s, "borderColor").value<QColor>(), withAlpha(green, 0.3));
+    expectColor(propertyOf(u"sheetGround"_s, "color").value<QColor>(), withAlpha(green, 0.3));
     EXPECT_EQ(part(row(0), u"initial"_s)->property("text"), u"O"_s);
     expectColor(colorOf(part(row(0), u"initialTile"_s)), withAlpha(green, 0.2));
 }

@@ -117,9 +117,7 @@ TEST_F(DraftToggleButton, IsPressedByPointerAndKeys) {
     EXPECT_EQ(calls(), 2);
     key(Qt::Key_Return);
     EXPECT_EQ(calls(), 3);
-    accessible(item(u"button"_s))
-        ->actionInterface()
-        ->doAction(QAccessibleActionInterface::pressAction());
+    pressByAssistant(item(u"button"_s));
     EXPECT_EQ(calls(), 4);
 }
 

@@ -66,8 +66,8 @@ TEST_F(DraftPanel, SaysWhatItsButtonsDo) {
                 {u"clearButton"_s, u"Clear"_s, u"trash"_s}};
     for (const auto& row : rows) {
         QQuickItem* const button = item(row.button);
-        EXPECT_EQ(within(button, u"actionLabel"_s)->property("text"), row.label);
-        EXPECT_EQ(within(button, u"actionSymbol"_s)->property("name"), row.symbol);
+        EXPECT_EQ(itemIn(button, u"actionLabel"_s)->property("text"), row.label);
+        EXPECT_EQ(itemIn(button, u"actionSymbol"_s)->property("name"), row.symbol);
         EXPECT_EQ(accessible(button)->text(QAccessible::Name), row.label);
         EXPECT_EQ(accessible(button)->role(), QAccessible::Button);
     }
@@ -151,7 +151,7 @@ TEST_F(DraftPanel, IsWorkedByTheKeyboard) {
     showPanel();
     app().setDraftText(u"words"_s);
     item(u"clearButton"_s)->forceActiveFocus(Qt::TabFocusReason);
-    EXPECT_TRUE(within(item(u"clearButton"_s), u"focusRing"_s)->isVisible());
+    EXPECT_TRUE(itemIn(item(u"clearButton"_s), u"focusRing"_s)->isVisible());
     key(Qt::Key_Return);
     EXPECT_EQ(app().draftText(), QString());
     item(u"imageDropZone"_s)->forceActiveFocus(Qt::TabFocusReason);

@@ -64,29 +64,4 @@ void DraftViewTest::finishReading() {
     QCoreApplication::processEvents();
 }
 
-QQuickItem* DraftViewTest::within(QQuickItem* ancestor, const QString& objectName) {
-    const auto children = ancestor->childItems();
-    for (QQuickItem* child : children) {
-        if (child->objectName() == objectName) {
-            return child;
-        }
-        if (QQuickItem* const found = within(child, objectName)) {
-            return found;
-        }
-    }
-    return nullptr;
-}
-
-QColor DraftViewTest::withAlpha(QColor color, double alpha) {
-    color.setAlphaF(static_cast<float>(alpha));
-    return color;
-}
-
-void DraftViewTest::expectColor(const QColor& actual, const QColor& expected) {
-    EXPECT_NEAR(actual.redF(), expected.redF(), 0.005);
-    EXPECT_NEAR(actual.greenF(), expected.greenF(), 0.005);
-    EXPECT_NEAR(actual.blueF(), expected.blueF(), 0.005);
-    EXPECT_NEAR(actual.alphaF(), expected.alphaF(), 0.005);
-}
-
 } // namespace quorvin::testing

@@ -2,8 +2,6 @@
 
 #include "views/support/ViewTest.h"
 
-#include <QAccessible>
-
 namespace quorvin::testing {
 
 /// The draft panel as wide as the least window has it, under a button that a test can tab away to.
@@ -24,26 +22,6 @@ protected:
     void pickImages(const QList<QUrl>& images);
     /// Until the pictures that are attached are shown.
     void finishReading();
-
-    [[nodiscard]] QVariant propertyOf(const QString& objectName, const char* name) {
-        return item(objectName)->property(name);
-    }
-    [[nodiscard]] QString textOf(const QString& objectName) {
-        return propertyOf(objectName, "text").toString();
-    }
-    [[nodiscard]] QColor colorOf(const QString& objectName) {
-        return propertyOf(objectName, "color").value<QColor>();
-    }
-    [[nodiscard]] QRectF frameOf(QQuickItem* found) {
-        return found->mapRectToScene(found->boundingRect());
-    }
-    /// In an item that there may be several of.
-    [[nodiscard]] static QQuickItem* within(QQuickItem* ancestor, const QString& objectName);
-    [[nodiscard]] static QAccessibleInterface* accessible(QQuickItem* found) {
-        return QAccessible::queryAccessibleInterface(found);
-    }
-    static QColor withAlpha(QColor color, double alpha);
-    static void expectColor(const QColor& actual, const QColor& expected);
 };
 
 } // namespace quorvin::testing

@@ -17,10 +17,10 @@ class ImagePreviewBar : public DraftViewTest {
 protected:
     QList<QQuickItem*> thumbnails() { return items(u"imageThumbnail"_s); }
     bool isLoaded(QQuickItem* thumbnail) {
-        return within(thumbnail, u"thumbnailPicture"_s)->property("isLoaded").toBool();
+        return itemIn(thumbnail, u"thumbnailPicture"_s)->property("isLoaded").toBool();
     }
     bool showsPlaceholder(QQuickItem* thumbnail) {
-        return within(thumbnail, u"thumbnailText"_s)->isVisible();
+        return itemIn(thumbnail, u"thumbnailText"_s)->isVisible();
     }
 };
 
@@ -179,10 +179,10 @@ TEST_F(ImagePreviewBar, ShowsAPlaceholderForWhatCannotBeShown) {
     ASSERT_EQ(thumbnails().size(), 2);
     for (QQuickItem* thumbnail : thumbnails()) {
         EXPECT_TRUE(showsPlaceholder(thumbnail));
-        QQuickItem* const placeholder = within(thumbnail, u"thumbnailPlaceholder"_s);
+        QQuickItem* const placeholder = itemIn(thumbnail, u"thumbnailPlaceholder"_s);
         EXPECT_EQ(placeholder->property("radius"), 4);
         expectColor(placeholder->property("color").value<QColor>(), hexColor(u"1a1a1a"));
-        EXPECT_EQ(within(thumbnail, u"thumbnailText"_s)->property("text"), u"IMG"_s);
+        EXPECT_EQ(itemIn(thumbnail, u"thumbnailText"_s)->property("text"), u"IMG"_s);
     }
 }
 
@@ -193,7 +193,7 @@ TEST_F(ImagePreviewBar, TakesOneImageAway) {
     finishReading();
     (void)grab();
     QQuickItem* const second = thumbnails()[1];
-    QQuickItem* const button = within(second, u"removeImageButton"_s);
+    QQuickItem* const button = itemIn(second, u"removeImageButton"_s);
     EXPECT_EQ(button->size(), QSizeF(16, 16));
     EXPECT_EQ(frameOf(button).right() - frameOf(second).right(), 2);
     EXPECT_EQ(frameOf(second).top() - frameOf(button).top(), 2);
@@ -213,7 +213,7 @@ TEST_F(ImagePreviewBar, NamesTheImagesByTheirFiles) {
     QAccessibleInterface* const first = accessible(thumbnails()[0]);
     EXPECT_EQ(first->text(QAccessible::Name), u"zwei wörter 100%.png"_s);
     EXPECT_EQ(first->role(), QAccessible::Graphic);
-    EXPECT_EQ(accessible(within(thumbnails()[0], u"removeImageButton"_s))->text(QAccessible::Name),
+    EXPECT_EQ(accessible(itemIn(thumbnails()[0], u"removeImageButton"_s))->text(QAccessible::Name),
               u"Remove zwei wörter 100%.png"_s);
     EXPECT_TRUE(accessible(thumbnails()[1])->text(QAccessible::Name).endsWith(u".png"_s));
 }

@@ -16,29 +16,29 @@ protected:
         show(u"ActionButtons { width: %1; height: implicitHeight }"_s.arg(width), appState());
     }
     [[nodiscard]] bool isDisabled(const QString& chip) {
-        return property(chip, "disabled").toBool();
+        return propertyOf(chip, "disabled").toBool();
     }
-    [[nodiscard]] QString hint() { return text(u"draftHint"_s); }
+    [[nodiscard]] QString hint() { return textOf(u"draftHint"_s); }
 };
 
 } // namespace
 
 TEST_F(ActionButtons, AreARow) {
     showButtons();
-    EXPECT_EQ(text(u"sendToLabel"_s), u"Send to"_s);
-    const QFont font = property(u"sendToLabel"_s, "font").value<QFont>();
+    EXPECT_EQ(textOf(u"sendToLabel"_s), u"Send to"_s);
+    const QFont font = propertyOf(u"sendToLabel"_s, "font").value<QFont>();
     EXPECT_EQ(font.pixelSize(), 12);
     EXPECT_EQ(font.weight(), QFont::Medium);
     EXPECT_EQ(colorOf(u"sendToLabel"_s), hexColor(u"b4b4b4"));
-    const QRectF label = placeOf(u"sendToLabel"_s);
-    const QRectF claude = placeOf(u"claudeChip"_s);
-    const QRectF openCode = placeOf(u"openCodeChip"_s);
+    const QRectF label = frameOf(u"sendToLabel"_s);
+    const QRectF claude = frameOf(u"claudeChip"_s);
+    const QRectF openCode = frameOf(u"openCodeChip"_s);
     EXPECT_EQ(label.left(), 20);
     EXPECT_NEAR(claude.left(), label.right() + 10, 1);
     EXPECT_EQ(openCode.left(), claude.right() + 10);
     EXPECT_EQ(claude.top(), 12);
     EXPECT_EQ(root()->height(), claude.bottom() + 12);
-    EXPECT_EQ(placeOf(u"draftHint"_s).right(), 540 - 20);
+    EXPECT_EQ(frameOf(u"draftHint"_s).right(), 540 - 20);
 }
 
 TEST_F(ActionButtons, WantADraft) {
@@ -46,7 +46,7 @@ TEST_F(ActionButtons, WantADraft) {
     EXPECT_TRUE(isDisabled(u"claudeChip"_s));
     EXPECT_TRUE(isDisabled(u"openCodeChip"_s));
     EXPECT_EQ(hint(), u"record or type first"_s);
-    EXPECT_EQ(property(u"draftHint"_s, "font").value<QFont>().pixelSize(), 11);
+    EXPECT_EQ(propertyOf(u"draftHint"_s, "font").value<QFont>().pixelSize(), 11);
     EXPECT_EQ(colorOf(u"draftHint"_s), hexColor(u"666666"));
     EXPECT_DOUBLE_EQ(item(u"draftHint"_s)->opacity(), 0.6);
     app().setDraftText(u"   "_s);
@@ -88,7 +88,7 @@ TEST_F(ActionButtons, AreReachedByTabOnceThereIsADraft) {
 TEST_F(ActionButtons, TellThoseWhoCantSeeWhatTheyWaitFor) {
     showButtons();
     const auto description = [this] {
-        return accessible(u"claudeChip"_s)->text(QAccessible::Description);
+        return accessible(item(u"claudeChip"_s))->text(QAccessible::Description);
     };
     EXPECT_EQ(description(), u"record or type first"_s);
     app().setDraftText(u"Fix the login."_s);
@@ -97,7 +97,7 @@ TEST_F(ActionButtons, TellThoseWhoCantSeeWhatTheyWaitFor) {
 
 TEST_F(ActionButtons, CutTheHintWhereThereIsNoRoom) {
     showButtons(380);
-    EXPECT_TRUE(property(u"draftHint"_s, "truncated").toBool());
-    EXPECT_GE(placeOf(u"draftHint"_s).left(), placeOf(u"openCodeChip"_s).right() + 10);
-    EXPECT_LE(placeOf(u"draftHint"_s).right(), 360);
+    EXPECT_TRUE(propertyOf(u"draftHint"_s, "truncated").toBool());
+    EXPECT_GE(frameOf(u"draftHint"_s).left(), frameOf(u"openCodeChip"_s).right() + 10);
+    EXPECT_LE(frameOf(u"draftHint"_s).right(), 360);
 }

@@ -26,21 +26,21 @@ protected:
 TEST_F(HeaderBar, IsARow) {
     showHeader();
     EXPECT_EQ(item(u"header"_s)->height(), 10 + 28 + 10);
-    const QRectF version = placeOf(u"versionBadge"_s);
-    const QRectF status = placeOf(u"statusBadge"_s);
+    const QRectF version = frameOf(u"versionBadge"_s);
+    const QRectF status = frameOf(u"statusBadge"_s);
     EXPECT_EQ(version.left(), 16);
     EXPECT_EQ(status.left(), version.right() + 12);
     EXPECT_EQ(status.height(), 28);
     EXPECT_EQ(status.top(), 10);
     double right = 580 - 16;
     for (auto name = buttons.crbegin(); name != buttons.crend(); ++name) {
-        EXPECT_EQ(placeOf(*name).right(), right);
-        EXPECT_EQ(placeOf(*name).top(), 10);
+        EXPECT_EQ(frameOf(*name).right(), right);
+        EXPECT_EQ(frameOf(*name).top(), 10);
         right -= 32 + 12;
     }
-    EXPECT_EQ(property(u"activityLogButton"_s, "systemName"), u"list.bullet.rectangle"_s);
-    EXPECT_EQ(property(u"compactModeButton"_s, "systemName"), u"line.3.horizontal"_s);
-    EXPECT_EQ(property(u"settingsButton"_s, "systemName"), u"slider.horizontal.3"_s);
+    EXPECT_EQ(propertyOf(u"activityLogButton"_s, "systemName"), u"list.bullet.rectangle"_s);
+    EXPECT_EQ(propertyOf(u"compactModeButton"_s, "systemName"), u"line.3.horizontal"_s);
+    EXPECT_EQ(propertyOf(u"settingsButton"_s, "systemName"), u"slider.horizontal.3"_s);
 }
 
 TEST_F(HeaderBar, HasASheenAndAHairline) {
@@ -80,7 +80,7 @@ TEST_F(HeaderBar, SaysWhatItsButtonsDo) {
     app().setShowActivityLog(false);
     const QStringList texts{u"Show the activity log"_s, u"Compact mode"_s, u"Settings"_s};
     for (int i = 0; i < buttons.size(); ++i) {
-        EXPECT_EQ(accessible(buttons[i])->text(QAccessible::Name), texts[i]);
+        EXPECT_EQ(accessible(item(buttons[i]))->text(QAccessible::Name), texts[i]);
         QObject* const tip = item(buttons[i])->findChild<QObject*>(u"helpTip"_s);
         ASSERT_NE(tip, nullptr);
         EXPECT_EQ(tip->property("text"), texts[i]);
@@ -93,7 +93,7 @@ TEST_F(HeaderBar, SaysWhatItsButtonsDo) {
         EXPECT_FALSE(tip->property("visible").toBool());
     }
     app().setShowActivityLog(true);
-    EXPECT_EQ(text(u"activityLogButton"_s), u"Hide the activity log"_s);
+    EXPECT_EQ(textOf(u"activityLogButton"_s), u"Hide the activity log"_s);
 }
 
 TEST_F(HeaderBar, IsOperatedByKeyboardAndAssistant) {
@@ -106,47 +106,47 @@ TEST_F(HeaderBar, IsOperatedByKeyboardAndAssistant) {
     EXPECT_EQ(root()->property("requests").toInt(), 1);
     key(Qt::Key_Space);
     EXPECT_EQ(root()->property("requests").toInt(), 2);
-    pressByAssistant(u"settingsButton"_s);
+    pressByAssistant(item(u"settingsButton"_s));
     EXPECT_EQ(root()->property("requests").toInt(), 3);
 }
 
 TEST_F(HeaderBar, TellsWhatTheProgramDoes) {
     showHeader();
-    EXPECT_EQ(text(u"label"_s), u"READY"_s);
+    EXPECT_EQ(textOf(u"label"_s), u"READY"_s);
     EXPECT_EQ(colorOf(u"dot"_s), hexColor(u"22c55e"));
     app().setVadAutoStop(false);
     app().startRecording();
-    EXPECT_EQ(text(u"label"_s), u"REC"_s);
+    EXPECT_EQ(textOf(u"label"_s), u"REC"_s);
     scheduler.advance(3500ms);
-    EXPECT_EQ(text(u"timer"_s), u"00:03"_s);
+    EXPECT_EQ(textOf(u"timer"_s), u"00:03"_s);
     holdEngine();
     speak();
     app().stopRecording();
     scheduler.runPosted();
-    EXPECT_EQ(text(u"label"_s), u"PROC"_s);
-    EXPECT_EQ(text(u"timer"_s), u"."_s);
+    EXPECT_EQ(textOf(u"label"_s), u"PROC"_s);
+    EXPECT_EQ(textOf(u"timer"_s), u"."_s);
     answerEngine(u"Fix the login."_s);
-    EXPECT_EQ(text(u"label"_s), u"READY"_s);
+    EXPECT_EQ(textOf(u"label"_s), u"READY"_s);
 }
 
 TEST_F(HeaderBar, ShowsTheVersionOfTheBundle) {
     showHeader();
-    EXPECT_EQ(text(u"versionText"_s), u"v1.2.3"_s);
+    EXPECT_EQ(textOf(u"versionText"_s), u"v1.2.3"_s);
 }
 
 TEST_F(HeaderBar, CutsALongVersionAndKeepsItsButtons) {
     bundle.installedVersion = u"1.2.3-beta.4+"_s + QString(200, u'x');
     showHeader();
     app().startRecording();
-    EXPECT_EQ(placeOf(u"settingsButton"_s).right(), 580 - 16);
-    EXPECT_LE(placeOf(u"statusBadge"_s).right(), placeOf(u"activityLogButton"_s).left() - 12);
-    EXPECT_TRUE(property(u"versionText"_s, "truncated").toBool());
+    EXPECT_EQ(frameOf(u"settingsButton"_s).right(), 580 - 16);
+    EXPECT_LE(frameOf(u"statusBadge"_s).right(), frameOf(u"activityLogButton"_s).left() - 12);
+    EXPECT_TRUE(propertyOf(u"versionText"_s, "truncated").toBool());
 }
 
 TEST_F(HeaderBar, LeavesTheRoomOfAWideWindowInTheMiddle) {
     showHeader();
-    const QRectF version = placeOf(u"versionBadge"_s);
+    const QRectF version = frameOf(u"versionBadge"_s);
     root()->setWidth(1400);
-    EXPECT_EQ(placeOf(u"versionBadge"_s), version);
-    EXPECT_EQ(placeOf(u"settingsButton"_s).right(), 1400 - 16);
+    EXPECT_EQ(frameOf(u"versionBadge"_s), version);
+    EXPECT_EQ(frameOf(u"settingsButton"_s).right(), 1400 - 16);
 }

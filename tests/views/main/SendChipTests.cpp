@@ -38,8 +38,8 @@ protected:
     }
     [[nodiscard]] int calls() { return root()->property("calls").toInt(); }
     [[nodiscard]] double scale() { return item(u"capsule"_s)->scale(); }
-    [[nodiscard]] double pressAmount() { return property(u"chip"_s, "pressAmount").toDouble(); }
-    [[nodiscard]] bool isPressed() { return property(u"chip"_s, "isPressed").toBool(); }
+    [[nodiscard]] double pressAmount() { return propertyOf(u"chip"_s, "pressAmount").toDouble(); }
+    [[nodiscard]] bool isPressed() { return propertyOf(u"chip"_s, "isPressed").toBool(); }
     void holdPressed() {
         // Held there, as no click lasts long enough to come to rest.
         item(u"chip"_s)->setProperty("isPressed", true);
@@ -59,11 +59,11 @@ protected:
         EXPECT_EQ(item(u"litLook"_s)->opacity(), 1);
         EXPECT_FALSE(item(u"restingLook"_s)->isVisible());
         expectGradient(u"litFill"_s, look);
-        EXPECT_EQ(property(u"litFill"_s, "lineWidth").toDouble(), 0);
+        EXPECT_EQ(propertyOf(u"litFill"_s, "lineWidth").toDouble(), 0);
         expectColor(colorOf(u"litFill"_s, "shadowColor"), withAlpha(look.glow, 0.65));
-        EXPECT_EQ(property(u"litFill"_s, "shadowRadius").toDouble(), 14);
-        EXPECT_EQ(property(u"litFill"_s, "shadowOffset").toDouble(), 3);
-        EXPECT_DOUBLE_EQ(property(u"litBorder"_s, "lineWidth").toDouble(), 1.2);
+        EXPECT_EQ(propertyOf(u"litFill"_s, "shadowRadius").toDouble(), 14);
+        EXPECT_EQ(propertyOf(u"litFill"_s, "shadowOffset").toDouble(), 3);
+        EXPECT_DOUBLE_EQ(propertyOf(u"litBorder"_s, "lineWidth").toDouble(), 1.2);
         expectColor(colorOf(u"litBorder"_s), withAlpha(Qt::white, 0.55));
         EXPECT_EQ(item(u"litBorder"_s)->opacity(), 1);
         for (QQuickItem* part : item(u"litLabel"_s)->childItems()) {
@@ -78,7 +78,7 @@ protected:
 TEST_F(SendChip, IsACapsuleAroundASymbolAndAName) {
     for (const ChipLook& look : {claude, openCode}) {
         showChip(look);
-        EXPECT_EQ(text(u"chip"_s), look.text);
+        EXPECT_EQ(textOf(u"chip"_s), look.text);
         const auto parts = item(u"litLabel"_s)->childItems();
         ASSERT_EQ(parts.size(), 2);
         EXPECT_EQ(parts[0]->property("name").toString(), look.symbol);
@@ -88,12 +88,12 @@ TEST_F(SendChip, IsACapsuleAroundASymbolAndAName) {
         EXPECT_EQ(font.pixelSize(), 13);
         EXPECT_EQ(font.weight(), QFont::Bold);
         EXPECT_EQ(parts[1]->x(), parts[0]->width() + 7);
-        const QRectF chip = placeOf(u"chip"_s);
-        const QRectF label = placeOf(u"restingLabel"_s);
+        const QRectF chip = frameOf(u"chip"_s);
+        const QRectF label = frameOf(u"restingLabel"_s);
         EXPECT_EQ(label.topLeft(), chip.topLeft() + QPointF(16, 8));
         EXPECT_EQ(label.bottom(), chip.bottom() - 8);
         EXPECT_NEAR(label.right(), chip.right() - 16, 1);
-        EXPECT_EQ(placeOf(u"restingFill"_s), chip);
+        EXPECT_EQ(frameOf(u"restingFill"_s), chip);
     }
 }
 
@@ -102,7 +102,7 @@ TEST_F(SendChip, Disabled) {
         showChip(look, true);
         expectRestingLookAlone();
         expectColor(colorOf(u"restingFill"_s), withAlpha(Qt::white, 0.04));
-        EXPECT_EQ(property(u"restingFill"_s, "shadowRadius").toDouble(), 0);
+        EXPECT_EQ(propertyOf(u"restingFill"_s, "shadowRadius").toDouble(), 0);
         expectColor(colorOf(u"restingLabel"_s), textMuted);
         expectColor(colorOf(u"restingLabel"_s, "endColor"), textMuted);
         expectGradient(u"restingBorder"_s, look);
@@ -116,11 +116,11 @@ TEST_F(SendChip, Resting) {
         expectRestingLookAlone();
         expectColor(colorOf(u"restingFill"_s), withAlpha(look.tint, 0.16));
         expectColor(colorOf(u"restingFill"_s, "shadowColor"), withAlpha(look.glow, 0.3));
-        EXPECT_EQ(property(u"restingFill"_s, "shadowRadius").toDouble(), 7);
-        EXPECT_EQ(property(u"restingFill"_s, "shadowOffset").toDouble(), 2);
+        EXPECT_EQ(propertyOf(u"restingFill"_s, "shadowRadius").toDouble(), 7);
+        EXPECT_EQ(propertyOf(u"restingFill"_s, "shadowOffset").toDouble(), 2);
         expectGradient(u"restingLabel"_s, look);
         expectGradient(u"restingBorder"_s, look);
-        EXPECT_DOUBLE_EQ(property(u"restingBorder"_s, "lineWidth").toDouble(), 1.2);
+        EXPECT_DOUBLE_EQ(propertyOf(u"restingBorder"_s, "lineWidth").toDouble(), 1.2);
         EXPECT_DOUBLE_EQ(item(u"restingBorder"_s)->opacity(), 0.7);
     }
 }
@@ -152,7 +152,7 @@ TEST_F(SendChip, Pressed) {
 
 TEST_F(SendChip, ShowsItsColours) {
     showChip();
-    const QRectF chip = placeOf(u"chip"_s);
+    const QRectF chip = frameOf(u"chip"_s);
     // In the padding, where only the fill is.
     const QPoint left = (chip.topLeft() + QPointF(9, chip.height() / 2)).toPoint();
     const QPoint right = (chip.topRight() + QPointF(-9, chip.height() / 2)).toPoint();
@@ -181,7 +181,7 @@ TEST_F(SendChip, MovesOnItsSprings) {
     };
     hover(u"chip"_s);
     advance(96ms);
-    EXPECT_NEAR(property(u"chip"_s, "hoverAmount").toDouble(),
+    EXPECT_NEAR(propertyOf(u"chip"_s, "hoverAmount").toDouble(),
                 amountAfter({.response = 0.3, .damping = 0.7}, 0.096), 0.02);
     advance(1s);
     item(u"chip"_s)->setProperty("isPressed", true);
@@ -217,7 +217,7 @@ TEST_F(SendChip, TakesNoClicksWhileDisabled) {
     expectRestingLookAlone();
     key(Qt::Key_Tab);
     EXPECT_FALSE(item(u"chip"_s)->hasActiveFocus());
-    pressByAssistant(u"chip"_s);
+    pressByAssistant(item(u"chip"_s));
     EXPECT_EQ(calls(), 0);
 }
 
@@ -233,8 +233,8 @@ TEST_F(SendChip, ComesToRestWhenItsClickDisablesIt) {
 
 TEST_F(SendChip, IsOperatedByKeyboardAndAssistant) {
     showChip(openCode);
-    EXPECT_EQ(accessible(u"chip"_s)->text(QAccessible::Name), u"OpenCode"_s);
-    EXPECT_EQ(accessible(u"chip"_s)->role(), QAccessible::Button);
+    EXPECT_EQ(accessible(item(u"chip"_s))->text(QAccessible::Name), u"OpenCode"_s);
+    EXPECT_EQ(accessible(item(u"chip"_s))->role(), QAccessible::Button);
     const QPoint aboveTheChip(90, 38);
     const QColor before = color(aboveTheChip);
     key(Qt::Key_Tab);
@@ -245,6 +245,6 @@ TEST_F(SendChip, IsOperatedByKeyboardAndAssistant) {
     EXPECT_EQ(calls(), 1);
     key(Qt::Key_Return);
     EXPECT_EQ(calls(), 2);
-    pressByAssistant(u"chip"_s);
+    pressByAssistant(item(u"chip"_s));
     EXPECT_EQ(calls(), 3);
 }

@@ -12,7 +12,7 @@ namespace {
 const QColor recordingColor = hexColor(u"ff3366");
 const QColor successColor = hexColor(u"22c55e");
 const QColor textSecondary = hexColor(u"b4b4b4");
-const QColor textMuted = hexColor(u"666666");
+const QColor mutedColor = hexColor(u"666666");
 const QColor amber = hexColor(u"f59e0b");
 
 class StatusBadge : public HeaderViewTest {
@@ -32,12 +32,12 @@ protected:
 
     void expectLook(const QString& label, const QColor& dot, const QColor& labelColor,
                     const QColor& fill, const QColor& border) {
-        EXPECT_EQ(text(u"label"_s), label);
+        EXPECT_EQ(textOf(u"label"_s), label);
         expectColor(colorOf(u"dot"_s), dot);
         expectColor(colorOf(u"dot"_s, "shadowColor"), withAlpha(dot, 0.8));
         expectColor(colorOf(u"label"_s), labelColor);
         expectColor(colorOf(u"pill"_s), fill);
-        expectColor(borderOf(u"pill"_s), border);
+        expectColor(borderColor(item(u"pill"_s)), border);
     }
 };
 
@@ -47,36 +47,36 @@ TEST_F(StatusBadge, Recording) {
     showBadge(true, true, true);
     expectLook(u"REC"_s, recordingColor, recordingColor, withAlpha(recordingColor, 0.08),
                withAlpha(recordingColor, 0.6));
-    EXPECT_EQ(property(u"dot"_s, "shadowRadius").toDouble(), 4);
+    EXPECT_EQ(propertyOf(u"dot"_s, "shadowRadius").toDouble(), 4);
 }
 
 TEST_F(StatusBadge, Transcribing) {
     showBadge(false, true, true);
     expectLook(u"PROC"_s, amber, amber, withAlpha(amber, 0.06), withAlpha(amber, 0.4));
-    EXPECT_EQ(property(u"dot"_s, "shadowRadius").toDouble(), 2);
+    EXPECT_EQ(propertyOf(u"dot"_s, "shadowRadius").toDouble(), 2);
 }
 
 TEST_F(StatusBadge, Ready) {
     showBadge(false, false, true);
     expectLook(u"READY"_s, successColor, textSecondary, withAlpha(Qt::white, 0.04),
                withAlpha(Qt::white, 0.1));
-    EXPECT_EQ(property(u"dot"_s, "shadowRadius").toDouble(), 2);
+    EXPECT_EQ(propertyOf(u"dot"_s, "shadowRadius").toDouble(), 2);
 }
 
 TEST_F(StatusBadge, NotReady) {
     showBadge(false, false, false);
-    expectLook(u"READY"_s, textMuted, textSecondary, withAlpha(Qt::white, 0.04),
+    expectLook(u"READY"_s, mutedColor, textSecondary, withAlpha(Qt::white, 0.04),
                withAlpha(Qt::white, 0.1));
 }
 
 TEST_F(StatusBadge, IsAPillAroundADotAndALabel) {
     showBadge(false, false, true);
-    const QRectF pill = placeOf(u"pill"_s);
-    const QRectF dot = placeOf(u"dot"_s);
-    const QRectF label = placeOf(u"label"_s);
+    const QRectF pill = frameOf(u"pill"_s);
+    const QRectF dot = frameOf(u"dot"_s);
+    const QRectF label = frameOf(u"label"_s);
     EXPECT_EQ(pill.topLeft(), QPointF(20, 11));
     EXPECT_EQ(pill.height(), 26);
-    EXPECT_EQ(property(u"pill"_s, "radius").toDouble(), 6);
+    EXPECT_EQ(propertyOf(u"pill"_s, "radius").toDouble(), 6);
     EXPECT_EQ(dot.size(), QSizeF(7, 7));
     EXPECT_EQ(dot.left(), pill.left() + 10);
     EXPECT_EQ(label.left(), dot.right() + 6);
@@ -88,14 +88,14 @@ TEST_F(StatusBadge, IsAPillAroundADotAndALabel) {
 TEST_F(StatusBadge, HasATimerBehindADivider) {
     showBadge(true, false, true);
     set("duration", 3725.9);
-    EXPECT_EQ(text(u"timer"_s), u"62:05"_s);
+    EXPECT_EQ(textOf(u"timer"_s), u"62:05"_s);
     expectColor(colorOf(u"timer"_s), recordingColor);
     EXPECT_DOUBLE_EQ(item(u"timer"_s)->opacity(), 0.85);
-    const QRectF divider = placeOf(u"divider"_s);
-    EXPECT_EQ(divider.left(), placeOf(u"label"_s).right());
+    const QRectF divider = frameOf(u"divider"_s);
+    EXPECT_EQ(divider.left(), frameOf(u"label"_s).right());
     EXPECT_EQ(divider.size(), QSizeF(8 + 1 + 8, 12));
-    EXPECT_EQ(placeOf(u"timer"_s).left(), divider.right());
-    EXPECT_EQ(placeOf(u"pill"_s).right(), placeOf(u"timer"_s).right() + 2 + 10);
+    EXPECT_EQ(frameOf(u"timer"_s).left(), divider.right());
+    EXPECT_EQ(frameOf(u"pill"_s).right(), frameOf(u"timer"_s).right() + 2 + 10);
     // White at 0.15 over the recording colour at 0.08 over black.
     const QColor line = color((divider.topLeft() + QPointF(8, 6)).toPoint());
     const QColor ground = color((divider.topLeft() + QPointF(4, 6)).toPoint());
@@ -105,20 +105,20 @@ TEST_F(StatusBadge, HasATimerBehindADivider) {
 
 TEST_F(StatusBadge, ShowsTheDotsOfATranscriptionWithoutChangingItsWidth) {
     showBadge(false, true, true);
-    EXPECT_EQ(text(u"timer"_s), u"."_s);
-    const double width = placeOf(u"pill"_s).width();
+    EXPECT_EQ(textOf(u"timer"_s), u"."_s);
+    const double width = frameOf(u"pill"_s).width();
     set("elapsed", 800);
-    EXPECT_EQ(text(u"timer"_s), u"..."_s);
-    EXPECT_EQ(placeOf(u"pill"_s).width(), width);
+    EXPECT_EQ(textOf(u"timer"_s), u"..."_s);
+    EXPECT_EQ(frameOf(u"pill"_s).width(), width);
     expectColor(colorOf(u"timer"_s), amber);
 }
 
 TEST_F(StatusBadge, StandsStillWhileTheSecondsGoBy) {
     showBadge(true, false, true);
     set("duration", 11);
-    const QRectF place = placeOf(u"pill"_s);
+    const QRectF place = frameOf(u"pill"_s);
     set("duration", 54);
-    EXPECT_EQ(placeOf(u"pill"_s), place);
+    EXPECT_EQ(frameOf(u"pill"_s), place);
 }
 
 TEST_F(StatusBadge, ChangesItsTimerOnceASecond) {
@@ -173,7 +173,7 @@ TEST_F(StatusBadge, DoesntBlinkUnseen) {
 TEST_F(StatusBadge, ShowsTheDotWithItsGlow) {
     showBadge(false, true, true);
     const QImage picture = grab();
-    const QPoint middle = placeOf(u"dot"_s).center().toPoint();
+    const QPoint middle = frameOf(u"dot"_s).center().toPoint();
     EXPECT_EQ(picture.pixelColor(middle), amber);
     const int ground = picture.pixelColor(middle + QPoint(0, 8)).red();
     EXPECT_GT(picture.pixelColor(middle + QPoint(0, 3)).red(), ground + 20);
@@ -182,7 +182,7 @@ TEST_F(StatusBadge, ShowsTheDotWithItsGlow) {
 TEST_F(StatusBadge, TellsItsStateToThoseWhoCantSeeIt) {
     showBadge(true, false, true);
     set("duration", 12);
-    QAccessibleInterface* const badge = accessible(u"badge"_s);
+    QAccessibleInterface* const badge = accessible(item(u"badge"_s));
     ASSERT_NE(badge, nullptr);
     EXPECT_EQ(badge->role(), QAccessible::StaticText);
     EXPECT_EQ(badge->text(QAccessible::Description), u"State"_s);

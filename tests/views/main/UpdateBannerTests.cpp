@@ -8,7 +8,6 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-const QColor orange = hexColor(u"ff9f0a");
 constexpr int bannerWidth = 580;
 
 class UpdateBanner : public HeaderViewTest {
@@ -53,12 +52,12 @@ TEST_F(UpdateBanner, ComesInFromAboveWithinAQuarterOfASecond) {
     const double full = item(u"bannerPane"_s)->height();
     EXPECT_GT(height(), full * 0.3);
     EXPECT_LT(height(), full * 0.7);
-    EXPECT_LT(placeOf(u"bannerPane"_s).top(), 0);
+    EXPECT_LT(frameOf(u"bannerPane"_s).top(), 0);
     EXPECT_NEAR(item(u"bannerPane"_s)->opacity(), 0.5, 0.2);
     EXPECT_TRUE(item(u"banner"_s)->clip());
     advance(150ms);
     EXPECT_EQ(height(), full);
-    EXPECT_EQ(placeOf(u"bannerPane"_s).top(), 0);
+    EXPECT_EQ(frameOf(u"bannerPane"_s).top(), 0);
     EXPECT_EQ(item(u"bannerPane"_s)->opacity(), 1);
     updates.withdraw();
     advance(125ms);
@@ -76,12 +75,12 @@ TEST_F(UpdateBanner, IsThereAtOnceInANewWindow) {
 
 TEST_F(UpdateBanner, OffersTheVersion) {
     showOffer();
-    EXPECT_EQ(text(u"bannerTitle"_s), u"New version v2.0.0 available"_s);
+    EXPECT_EQ(textOf(u"bannerTitle"_s), u"New version v2.0.0 available"_s);
     EXPECT_EQ(colorOf(u"bannerTitle"_s), QColor(Qt::white));
-    EXPECT_EQ(property(u"bannerTitle"_s, "font").value<QFont>().pixelSize(), 12);
-    EXPECT_EQ(text(u"bannerSubtitle"_s), u"Click Update to download & install automatically"_s);
+    EXPECT_EQ(propertyOf(u"bannerTitle"_s, "font").value<QFont>().pixelSize(), 12);
+    EXPECT_EQ(textOf(u"bannerSubtitle"_s), u"Click Update to download & install automatically"_s);
     expectColor(colorOf(u"bannerSubtitle"_s), withAlpha(Qt::white, 0.6));
-    EXPECT_EQ(property(u"bannerSubtitle"_s, "font").value<QFont>().pixelSize(), 10);
+    EXPECT_EQ(propertyOf(u"bannerSubtitle"_s, "font").value<QFont>().pixelSize(), 10);
     EXPECT_EQ(actions(), QStringList({u"updateNowButton"_s}));
     click(u"updateNowButton"_s);
     EXPECT_EQ(updates.installs, 1);
@@ -91,16 +90,16 @@ TEST_F(UpdateBanner, IsPaintedInOrange) {
     showOffer();
     expectColor(colorOf(u"bannerPane"_s), withAlpha(orange, 0.12));
     expectColor(colorOf(u"bannerLine"_s), withAlpha(orange, 0.45));
-    EXPECT_EQ(placeOf(u"bannerLine"_s), QRectF(0, height() - 1, bannerWidth, 1));
+    EXPECT_EQ(frameOf(u"bannerLine"_s), QRectF(0, height() - 1, bannerWidth, 1));
     const QColor ground = color({300, 4});
     EXPECT_NEAR(ground.red(), 0.12 * 255, 2);
     EXPECT_NEAR(ground.green(), 0.12 * 159, 2);
-    EXPECT_EQ(text(u"bannerSymbol"_s), QString());
-    EXPECT_EQ(property(u"bannerSymbol"_s, "systemName").toString(), u"sparkles"_s);
+    EXPECT_EQ(textOf(u"bannerSymbol"_s), QString());
+    EXPECT_EQ(propertyOf(u"bannerSymbol"_s, "systemName").toString(), u"sparkles"_s);
     expectColor(colorOf(u"bannerSymbol"_s), orange);
     expectColor(colorOf(u"bannerSymbol"_s, "shadowColor"), withAlpha(orange, 0.7));
-    EXPECT_EQ(property(u"bannerSymbol"_s, "shadowRadius").toDouble(), 4);
-    EXPECT_EQ(placeOf(u"bannerSymbol"_s).left(), 14);
+    EXPECT_EQ(propertyOf(u"bannerSymbol"_s, "shadowRadius").toDouble(), 4);
+    EXPECT_EQ(frameOf(u"bannerSymbol"_s).left(), 14);
 }
 
 TEST_F(UpdateBanner, IsWrittenInTheThemesTextColorOnALightWindow) {
@@ -121,37 +120,37 @@ TEST_F(UpdateBanner, IsWrittenInTheThemesTextColorOnALightWindow) {
 TEST_F(UpdateBanner, ItsButtonsAreOrange) {
     showOffer();
     (void)grab();
-    QQuickItem* const pane = property(u"updateNowButton"_s, "background").value<QQuickItem*>();
+    QQuickItem* const pane = propertyOf(u"updateNowButton"_s, "background").value<QQuickItem*>();
     expectColor(pane->property("color").value<QColor>(), withAlpha(orange, 0.85));
-    QQuickItem* const words = property(u"updateNowButton"_s, "contentItem").value<QQuickItem*>();
+    QQuickItem* const words = propertyOf(u"updateNowButton"_s, "contentItem").value<QQuickItem*>();
     EXPECT_EQ(words->property("color").value<QColor>(), QColor(Qt::white));
     EXPECT_EQ(words->property("font").value<QFont>().pixelSize(), 11);
     EXPECT_EQ(words->position(), QPointF(14, 6));
-    EXPECT_EQ(placeOf(u"updateNowButton"_s).right(), bannerWidth - 14);
+    EXPECT_EQ(frameOf(u"updateNowButton"_s).right(), bannerWidth - 14);
 }
 
 TEST_F(UpdateBanner, ShowsTheDownloadsProgress) {
     showOffer();
     updates.enter(UpdatePhase::Downloading{0.426});
-    EXPECT_EQ(text(u"bannerSubtitle"_s), u"Downloading… 42%"_s);
+    EXPECT_EQ(textOf(u"bannerSubtitle"_s), u"Downloading… 42%"_s);
     EXPECT_EQ(actions(), QStringList({u"downloadBar"_s}));
-    EXPECT_EQ(text(u"downloadPercentage"_s), u"42%"_s);
+    EXPECT_EQ(textOf(u"downloadPercentage"_s), u"42%"_s);
     expectColor(colorOf(u"downloadPercentage"_s), withAlpha(Qt::white, 0.7));
-    const QRectF bar = placeOf(u"downloadBar"_s);
+    const QRectF bar = frameOf(u"downloadBar"_s);
     EXPECT_EQ(bar.width(), 90);
-    EXPECT_NEAR(placeOf(u"downloadBarFill"_s).width(), 0.426 * 90, 0.01);
-    EXPECT_EQ(placeOf(u"downloadPercentage"_s).left(), bar.right() + 8);
+    EXPECT_NEAR(frameOf(u"downloadBarFill"_s).width(), 0.426 * 90, 0.01);
+    EXPECT_EQ(frameOf(u"downloadPercentage"_s).left(), bar.right() + 8);
     updates.enter(UpdatePhase::Downloading{1});
-    EXPECT_EQ(placeOf(u"downloadBar"_s), bar) << "stands still while the number grows";
-    EXPECT_EQ(text(u"downloadPercentage"_s), u"100%"_s);
+    EXPECT_EQ(frameOf(u"downloadBar"_s), bar) << "stands still while the number grows";
+    EXPECT_EQ(textOf(u"downloadPercentage"_s), u"100%"_s);
 }
 
 TEST_F(UpdateBanner, RetriesAfterAFailure) {
     showOffer();
     updates.enter(UpdatePhase::Failed{u"no network"_s});
-    EXPECT_EQ(text(u"bannerSubtitle"_s), u"Update failed: no network"_s);
+    EXPECT_EQ(textOf(u"bannerSubtitle"_s), u"Update failed: no network"_s);
     EXPECT_EQ(actions(), QStringList({u"retryButton"_s}));
-    EXPECT_EQ(text(u"retryButton"_s), u"Retry"_s);
+    EXPECT_EQ(textOf(u"retryButton"_s), u"Retry"_s);
     click(u"retryButton"_s);
     EXPECT_EQ(updates.retries, 1);
     EXPECT_EQ(updates.installs, 0);
@@ -163,7 +162,7 @@ TEST_F(UpdateBanner, SpinsWhileItInstalls) {
     ASSERT_NE(timer, nullptr);
     EXPECT_FALSE(timer->property("running").toBool());
     updates.enter(UpdatePhase::Installing{});
-    EXPECT_EQ(text(u"bannerSubtitle"_s), u"Installing — the app will relaunch…"_s);
+    EXPECT_EQ(textOf(u"bannerSubtitle"_s), u"Installing — the app will relaunch…"_s);
     EXPECT_EQ(actions(), QStringList({u"bannerSpinner"_s}));
     EXPECT_EQ(colorOf(u"bannerSpinner"_s), orange);
     const auto dots = items(u"spinnerDot"_s);
@@ -186,24 +185,24 @@ TEST_F(UpdateBanner, GrowsWithALongFailureAndCutsAnEndlessOne) {
     updates.enter(UpdatePhase::Failed{QString(u"words about a failure "_s).repeated(6)});
     (void)grab();
     EXPECT_GT(height(), before);
-    EXPECT_FALSE(property(u"bannerSubtitle"_s, "truncated").toBool());
+    EXPECT_FALSE(propertyOf(u"bannerSubtitle"_s, "truncated").toBool());
     updates.enter(UpdatePhase::Failed{QString(u"words about a failure "_s).repeated(60)});
     (void)grab();
-    EXPECT_TRUE(property(u"bannerSubtitle"_s, "truncated").toBool());
+    EXPECT_TRUE(propertyOf(u"bannerSubtitle"_s, "truncated").toBool());
     EXPECT_LT(height(), 100);
-    EXPECT_LE(placeOf(u"bannerSubtitle"_s).right(), placeOf(u"retryButton"_s).left() - 12);
-    EXPECT_EQ(placeOf(u"retryButton"_s).right(), bannerWidth - 14);
+    EXPECT_LE(frameOf(u"bannerSubtitle"_s).right(), frameOf(u"retryButton"_s).left() - 12);
+    EXPECT_EQ(frameOf(u"retryButton"_s).right(), bannerWidth - 14);
     updates.enter(UpdatePhase::Failed{QString(600, u'x')});
     (void)grab();
-    EXPECT_LE(placeOf(u"bannerSubtitle"_s).right(), placeOf(u"retryButton"_s).left() - 12);
+    EXPECT_LE(frameOf(u"bannerSubtitle"_s).right(), frameOf(u"retryButton"_s).left() - 12);
 }
 
 TEST_F(UpdateBanner, ShowsAMessageAsItIsWritten) {
     showOffer();
     updates.enter(UpdatePhase::Failed{u"<b>404</b>"_s});
-    const double width = property(u"bannerSubtitle"_s, "contentWidth").toDouble();
+    const double width = propertyOf(u"bannerSubtitle"_s, "contentWidth").toDouble();
     updates.enter(UpdatePhase::Failed{u"404"_s});
-    EXPECT_GT(width, property(u"bannerSubtitle"_s, "contentWidth").toDouble() + 20);
+    EXPECT_GT(width, propertyOf(u"bannerSubtitle"_s, "contentWidth").toDouble() + 20);
 }
 
 TEST_F(UpdateBanner, IsOperatedByKeyboardAndAssistant) {
@@ -214,8 +213,9 @@ TEST_F(UpdateBanner, IsOperatedByKeyboardAndAssistant) {
     EXPECT_EQ(updates.installs, 1);
     key(Qt::Key_Return);
     EXPECT_EQ(updates.installs, 2);
-    pressByAssistant(u"updateNowButton"_s);
+    pressByAssistant(item(u"updateNowButton"_s));
     EXPECT_EQ(updates.installs, 3);
-    EXPECT_EQ(accessible(u"updateNowButton"_s)->text(QAccessible::Name), u"Update Now"_s);
-    EXPECT_EQ(accessible(u"bannerSubtitle"_s)->text(QAccessible::Name), text(u"bannerSubtitle"_s));
+    EXPECT_EQ(accessible(item(u"updateNowButton"_s))->text(QAccessible::Name), u"Update Now"_s);
+    EXPECT_EQ(accessible(item(u"bannerSubtitle"_s))->text(QAccessible::Name),
+              textOf(u"bannerSubtitle"_s));
 }

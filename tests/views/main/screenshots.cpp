@@ -1,23 +1,19 @@
-// Saves pictures of the main window in its states to the directory given, in the themes that follow
-// it or else in all, at the scale that QT_SCALE_FACTOR says.
+// Makes pictures of the main window in its states; see support/ScreenshotProgram.h.
 
-#include "theme/GeistFont.h"
 #include "theme/ThemeLibrary.h"
-#include "views/ViewTypes.h"
 #include "views/dialogs/DialogsTest.h"
 #include "views/draft/ImageThumbnailReader.h"
+#include "views/support/ScreenshotProgram.h"
 
-#include <QApplication>
 #include <QLinearGradient>
-#include <QLoggingCategory>
 #include <QPainter>
-#include <QQuickStyle>
 
 #include <cmath>
 #include <cstdlib>
 #include <functional>
 
 using namespace quorvin;
+using namespace quorvin::testing;
 using namespace std::chrono_literals;
 using namespace Qt::Literals::StringLiterals;
 
@@ -46,16 +42,11 @@ QImage landscape(int hue) {
     return image;
 }
 
-class Scene final : public quorvin::testing::DialogsTest {
+class MainScene final : public Scene<DialogsTest> {
 public:
-    void TestBody() override {}
+    using Scene::Scene;
 
-    void shoot(const QString& path, const QString& themeName,
-               const std::function<void(Scene&)>& arrange) {
-        audioHost.deviceList = {{.number = 7, .name = "Desk Microphone", .inputChannelCount = 1}};
-        defaults.setString(u"selectedDevice"_s, u"7"_s);
-        defaults.setString(u"selectedTheme"_s, themeName);
-        theme.setTheme(themeName);
+    [[nodiscard]] QImage picture(const std::function<void(MainScene&)>& arrange) {
         start();
         scheduler.runPosted(); // the model's load
         show(u"MainView { width: 580; height: 850 }"_s, appState());
@@ -63,12 +54,11 @@ public:
         imageThumbnail::threads().waitForDone();
         // Fades come to their end.
         advance(600ms);
-        if (!grab().save(path)) {
-            std::abort();
-        }
+        QImage picture = grab();
         if (app().isTranscribing()) {
             answerEngine(QString());
         }
+        return picture;
     }
 
     void rest() { advance(3s); }
@@ -169,51 +159,41 @@ public:
 
 struct Picture {
     QString name;
-    std::function<void(Scene&)> arrange;
+    std::function<void(MainScene&)> arrange;
 };
 
 } // namespace
 
 int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    qputenv("QT_QUICK_BACKEND", "software");
-    const QApplication application(argc, argv);
-    registerViewTypes();
-    QLoggingCategory::setFilterRules(u"com.quorvin.*=false"_s);
-    QApplication::setFont(GeistFont::font(13));
-    QQuickStyle::setStyle(u"Basic"_s);
-    const QDir directory(QApplication::arguments().value(1));
-    QStringList themes = QApplication::arguments().mid(2);
-    if (themes.isEmpty()) {
-        for (const ThemeColors& theme : ThemeLibrary::allThemes()) {
-            themes.append(theme.name);
-        }
+    const ScreenshotProgram program(argc, argv);
+    QStringList allThemes;
+    for (const ThemeColors& theme : ThemeLibrary::allThemes()) {
+        allThemes.append(theme.name);
     }
 
     const QString text = u"Look at the login form and fix the focus order: Tab should go from the "
                          "name to the password, then to the button. The pictures show where it "
                          "jumps now. Then write a test for it."_s;
     const QList<Picture> pictures{
-        {u"idle"_s, [](Scene& scene) { scene.rest(); }},
-        {u"recording"_s, [](Scene& scene) { scene.record(); }},
-        {u"transcribing"_s, [](Scene& scene) { scene.transcribe(); }},
-        {u"draft"_s, [&](Scene& scene) { scene.draft(text, 5); }},
-        {u"draft-long"_s, [&](Scene& scene) { scene.draft(text.repeated(20), 18); }},
-        {u"banner-idle"_s, [](Scene& scene) { scene.offerUpdate(); }},
-        {u"banner-downloading"_s, [](Scene& scene) { scene.downloadUpdate(0.42); }},
-        {u"banner-failed"_s, [](Scene& scene) { scene.failUpdate(); }},
-        {u"banner-installing"_s, [](Scene& scene) { scene.installUpdate(); }},
-        {u"error"_s, [](Scene& scene) { scene.sendToNobody(); }},
-        {u"error-accessibility"_s, [](Scene& scene) { scene.sendWithoutPermission(); }},
-        {u"history"_s, [](Scene& scene) { scene.openHistory(); }},
-        {u"picker"_s, [](Scene& scene) { scene.openSessionPicker(); }},
-        {u"feed"_s, [](Scene& scene) { scene.openFeed(); }},
+        {u"idle"_s, [](MainScene& scene) { scene.rest(); }},
+        {u"recording"_s, [](MainScene& scene) { scene.record(); }},
+        {u"transcribing"_s, [](MainScene& scene) { scene.transcribe(); }},
+        {u"draft"_s, [&](MainScene& scene) { scene.draft(text, 5); }},
+        {u"draft-long"_s, [&](MainScene& scene) { scene.draft(text.repeated(20), 18); }},
+        {u"banner-idle"_s, [](MainScene& scene) { scene.offerUpdate(); }},
+        {u"banner-downloading"_s, [](MainScene& scene) { scene.downloadUpdate(0.42); }},
+        {u"banner-failed"_s, [](MainScene& scene) { scene.failUpdate(); }},
+        {u"banner-installing"_s, [](MainScene& scene) { scene.installUpdate(); }},
+        {u"error"_s, [](MainScene& scene) { scene.sendToNobody(); }},
+        {u"error-accessibility"_s, [](MainScene& scene) { scene.sendWithoutPermission(); }},
+        {u"history"_s, [](MainScene& scene) { scene.openHistory(); }},
+        {u"picker"_s, [](MainScene& scene) { scene.openSessionPicker(); }},
+        {u"feed"_s, [](MainScene& scene) { scene.openFeed(); }},
     };
-    const QString scale = u"@%1x"_s.arg(qEnvironmentVariable("QT_SCALE_FACTOR", u"1"_s));
-    for (const QString& theme : themes) {
+    for (const QString& theme : program.themes(allThemes)) {
         for (const Picture& picture : pictures) {
-            Scene().shoot(directory.filePath(u"main-%1-%2%3.png"_s.arg(theme, picture.name, scale)),
-                          theme, picture.arrange);
+            program.save(u"main-%1-%2"_s.arg(theme, picture.name),
+                         MainScene(theme).picture(picture.arrange));
         }
     }
     return EXIT_SUCCESS;

@@ -2,9 +2,6 @@
 
 #include "views/support/ViewTest.h"
 
-#include <QAccessible>
-#include <QColor>
-
 namespace quorvin::testing {
 
 /// The wizard on a machine that grants what a test says; at first it grants nothing.
@@ -57,30 +54,12 @@ protected:
     }
     /// That item of the page that shows.
     [[nodiscard]] QQuickItem* onPage(const QString& objectName) {
-        QQuickItem* const page = item(pageName());
-        for (QQuickItem* found : items(objectName)) {
-            if (page->isAncestorOf(found)) {
-                return found;
-            }
-        }
-        ADD_FAILURE() << "no " << objectName.toStdString() << " on " << pageName().toStdString();
-        return nullptr;
+        return itemIn(item(pageName()), objectName);
     }
     [[nodiscard]] QString textOnPage(const QString& objectName) {
         return onPage(objectName)->property("text").toString();
     }
     void clickOnPage(const QString& objectName) { clickAt(middleOf(onPage(objectName))); }
-
-    [[nodiscard]] static QColor colorOf(QQuickItem* found, const char* name = "color") {
-        return found->property(name).value<QColor>();
-    }
-    [[nodiscard]] static QAccessibleInterface* accessible(QQuickItem* found) {
-        return QAccessible::queryAccessibleInterface(found);
-    }
-    [[nodiscard]] QRectF frameOf(QQuickItem* found) {
-        (void)grab(); // lays out what has changed
-        return found->mapRectToScene(found->boundingRect());
-    }
 
     /// Until one step has faded into the next.
     static constexpr std::chrono::milliseconds settled{250};

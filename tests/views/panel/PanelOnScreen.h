@@ -33,9 +33,11 @@ private:
 
 /// The panel in the fake program on a real X server, and a user with a mouse.
 class PanelOnScreen : public QObject, public AppStateTest {
+public:
+    ~PanelOnScreen() override;
+
 protected:
     PanelOnScreen();
-    ~PanelOnScreen() override;
 
     /// Starts the program in compact mode and waits for the panel.
     void showPanel();

@@ -1,7 +1,6 @@
 #include "theme/HexColor.h"
 #include "views/support/ViewTest.h"
 
-#include <QAccessible>
 #include <QSignalSpy>
 
 #include <optional>
@@ -61,9 +60,6 @@ protected:
         QSignalSpy fired(timer(), SIGNAL(triggered()));
         advance(duration);
         return fired.size();
-    }
-    QAccessibleInterface* accessible(const QString& objectName) {
-        return QAccessible::queryAccessibleInterface(item(objectName));
     }
 };
 
@@ -274,7 +270,7 @@ TEST_F(MicLevelRing, AClickLeavesTheFocusWhereItIs) {
 
 TEST_F(MicLevelRing, SaysWhatItDoesToThoseWhoCantSeeIt) {
     showRing();
-    QAccessibleInterface* const interface = accessible(u"ring"_s);
+    QAccessibleInterface* const interface = accessible(ring());
     ASSERT_NE(interface, nullptr);
     EXPECT_EQ(interface->role(), QAccessible::Button);
     EXPECT_EQ(interface->text(QAccessible::Name), u"Record"_s);

@@ -10,9 +10,6 @@ namespace {
 
 class AppearanceSection : public SettingsViewTest {
 protected:
-    [[nodiscard]] static QColor borderOf(QQuickItem* rectangle) {
-        return rectangle->property("border").value<QObject*>()->property("color").value<QColor>();
-    }
     [[nodiscard]] QStringList selected(const QString& chips) {
         QStringList names;
         for (QQuickItem* chip : items(chips)) {
@@ -37,13 +34,13 @@ TEST_F(AppearanceSection, OffersEveryThemeInFourColumns) {
     const auto chips = items(u"themeChip"_s);
     const auto& themes = ThemeLibrary::allThemes();
     ASSERT_EQ(chips.size(), static_cast<qsizetype>(themes.size()));
-    const QRectF first = placeOf(chips[0]);
+    const QRectF first = frameOf(chips[0]);
     for (qsizetype i = 0; i < chips.size(); ++i) {
         const ThemeColors& colors = themes.at(static_cast<std::size_t>(i));
         EXPECT_EQ(chips[i]->property("text").toString().toLower(), colors.name);
         EXPECT_TRUE(chips[i]->property("text").toString().at(0).isUpper());
         EXPECT_EQ(itemsIn(chips[i], u"swatch"_s).size(), 3);
-        const QRectF place = placeOf(chips[i]);
+        const QRectF place = frameOf(chips[i]);
         EXPECT_NEAR(place.left(), first.left() + (i % 4) * (first.width() + 8), 0.01);
         EXPECT_NEAR(place.top(), first.top() + (i / 4) * (first.height() + 8), 0.01);
         EXPECT_NEAR(place.width(), first.width(), 0.01);
@@ -64,11 +61,11 @@ TEST_F(AppearanceSection, AClickChoosesATheme) {
         EXPECT_EQ(theme.current(), colors);
         EXPECT_EQ(defaults.string(u"selectedTheme"_s), colors.name);
         EXPECT_EQ(selected(u"themeChip"_s), QStringList{chips[i]->property("text").toString()});
-        EXPECT_EQ(borderOf(itemIn(chips[i], u"themeChipGround"_s)), colors.accent);
+        EXPECT_EQ(borderColor(itemIn(chips[i], u"themeChipGround"_s)), colors.accent);
     }
     press(chips[2], Qt::Key_Space);
     EXPECT_EQ(theme.current().name, u"latte"_s);
-    accessible(chips[3])->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    pressByAssistant(chips[3]);
     EXPECT_EQ(theme.current().name, u"neon"_s);
 }
 
@@ -78,11 +75,11 @@ TEST_F(AppearanceSection, OffersTheAnimationsInThreeColumns) {
     const QStringList names{u"Wave"_s, u"Pulse"_s, u"Comet"_s,  u"Bars"_s, u"Orbit"_s,
                             u"Nova"_s, u"Dna"_s,   u"Plasma"_s, u"Radar"_s};
     ASSERT_EQ(chips.size(), names.size());
-    const QRectF first = placeOf(chips[0]);
+    const QRectF first = frameOf(chips[0]);
     EXPECT_EQ(selected(u"animationChip"_s), QStringList{u"Wave"_s});
     for (qsizetype i = 0; i < chips.size(); ++i) {
         EXPECT_EQ(chips[i]->property("text"), names[i]);
-        const QRectF place = placeOf(chips[i]);
+        const QRectF place = frameOf(chips[i]);
         EXPECT_NEAR(place.left(), first.left() + (i % 3) * (first.width() + 8), 0.01);
         EXPECT_NEAR(place.top(), first.top() + (i / 3) * (first.height() + 8), 0.01);
     }

@@ -91,7 +91,7 @@ TEST_F(AudioSection, TheRefreshButtonSaysWhatItDoes) {
 
 TEST_F(AudioSection, TheBarShowsTheLevelOfATake) {
     open(Tab::audio);
-    const QRectF bar = placeOf(u"levelBar"_s);
+    const QRectF bar = frameOf(u"levelBar"_s);
     EXPECT_EQ(bar.size(), QSizeF(160, 10));
     EXPECT_EQ(item(u"levelBar"_s)->property("radius").toDouble(), 4);
     expectColor(colorOf(u"levelBar"_s), withAlpha(Qt::white, 0.08));

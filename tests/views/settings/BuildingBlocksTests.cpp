@@ -21,8 +21,8 @@ protected:
 TEST_F(BuildingBlocks, TheToggleIsACapsuleWithAThumb) {
     showOnCard(u"QvnToggle { objectName: 'toggle'; x: 20; y: 20; isOn: parent.on;"
                "onColor: '#22c55e'; onFlipped: on => parent.on = on }"_s);
-    EXPECT_EQ(placeOf(u"toggle"_s), QRectF(20, 20, 42, 24));
-    EXPECT_EQ(placeOf(u"track"_s), QRectF(20, 20, 42, 24));
+    EXPECT_EQ(frameOf(u"toggle"_s), QRectF(20, 20, 42, 24));
+    EXPECT_EQ(frameOf(u"track"_s), QRectF(20, 20, 42, 24));
     EXPECT_EQ(item(u"track"_s)->property("radius").toDouble(), 12);
     EXPECT_EQ(item(u"thumb"_s)->size(), QSizeF(19, 19));
     EXPECT_EQ(colorOf(u"thumb"_s), QColor(Qt::white));
@@ -63,9 +63,7 @@ TEST_F(BuildingBlocks, TheButtonHasItsThreeColors) {
     click(u"plain"_s);
     press(item(u"plain"_s), Qt::Key_Return);
     press(item(u"plain"_s), Qt::Key_Space);
-    accessible(item(u"plain"_s))
-        ->actionInterface()
-        ->doAction(QAccessibleActionInterface::pressAction());
+    pressByAssistant(item(u"plain"_s));
     EXPECT_EQ(root()->property("count").toInt(), 4);
     EXPECT_TRUE(itemIn(item(u"plain"_s), u"focusRing"_s)->isVisible());
 }
@@ -75,18 +73,18 @@ TEST_F(BuildingBlocks, ALongTextWrapsBesideItsControl) {
     showOnCard(
         u"SettingRow { objectName: 'row'; label: '%1'; description: '%1';"
         "SettingsButton { objectName: 'button'; text: 'Press' } }"_s.arg(words.repeated(12)));
-    EXPECT_GT(placeOf(u"row"_s).height(), 80);
-    EXPECT_LE(placeOf(u"rowLabel"_s).right(), placeOf(u"button"_s).left() - 12);
-    EXPECT_GE(placeOf(u"rowDescription"_s).top(), placeOf(u"rowLabel"_s).bottom());
-    EXPECT_EQ(placeOf(u"button"_s).right(), 500 - 16);
+    EXPECT_GT(frameOf(u"row"_s).height(), 80);
+    EXPECT_LE(frameOf(u"rowLabel"_s).right(), frameOf(u"button"_s).left() - 12);
+    EXPECT_GE(frameOf(u"rowDescription"_s).top(), frameOf(u"rowLabel"_s).bottom());
+    EXPECT_EQ(frameOf(u"button"_s).right(), 500 - 16);
 }
 
 TEST_F(BuildingBlocks, TheKeysOfAShortcutStandInAPill) {
     showOnCard(u"ShortcutRow { objectName: 'row'; label: 'Cancel'; keys: 'Esc'; divided: true }"_s);
     EXPECT_EQ(textOf(u"rowLabel"_s), u"Cancel"_s);
     EXPECT_EQ(textOf(u"shortcutKeys"_s), u"Esc"_s);
-    EXPECT_EQ(placeOf(u"keysPill"_s).right(), 500 - 16);
-    EXPECT_TRUE(placeOf(u"keysPill"_s).contains(placeOf(u"shortcutKeys"_s)));
+    EXPECT_EQ(frameOf(u"keysPill"_s).right(), 500 - 16);
+    EXPECT_TRUE(frameOf(u"keysPill"_s).contains(frameOf(u"shortcutKeys"_s)));
     EXPECT_TRUE(item(u"rowDivider"_s)->isVisible());
 }
 

@@ -65,7 +65,7 @@ TEST_F(GeneralSection, ItsTogglesAreSettings) {
         EXPECT_EQ((app().*expected.read)(), !before);
         EXPECT_EQ(accessible(toggle)->text(QAccessible::Name), expected.label);
         EXPECT_EQ(accessible(toggle)->state().checked, !before);
-        accessible(toggle)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+        pressByAssistant(toggle);
         EXPECT_EQ((app().*expected.read)(), before);
     }
 }
@@ -150,7 +150,7 @@ TEST_F(GeneralSection, TheSilenceTimeoutIsUsableWithoutAutoStop) {
     open(Tab::general);
     QQuickItem* const slider = control(u"Silence Timeout"_s, u"slider"_s);
     EXPECT_TRUE(slider->isEnabled());
-    const QRectF place = placeOf(slider);
+    const QRectF place = frameOf(slider);
     drag(place.center().toPoint(), QPoint(qRound(place.right()), qRound(place.center().y())));
     EXPECT_EQ(app().silenceTimeout(), 30);
     clickOn(control(u"Auto-Stop on Silence"_s, u"toggle"_s));

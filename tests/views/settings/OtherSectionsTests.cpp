@@ -12,16 +12,6 @@ namespace {
 
 class AgentsSection : public SettingsViewTest {
 protected:
-    void runAgent(const QString& name, ProcessID pid) {
-        processes.parents[910] = 900;
-        processes.parents[900] = 1;
-        const QString tty = u"pts/%1"_s.arg(pid % 100);
-        workspace.running = {{900, u"Terminal"_s, u"com.apple.Terminal"_s}};
-        processes.rows.push_back({pid, name, tty});
-        processes.parents[pid] = 910;
-        processes.holders[u"/dev/"_s + tty] = {910, pid};
-        processes.workingDirectories[pid] = u"/home/dev/project"_s;
-    }
     [[nodiscard]] QString count(const QString& chip) {
         return itemIn(item(chip), u"count"_s)->property("text").toString();
     }

@@ -26,30 +26,6 @@ void SettingsViewTest::selectSection(Tab tab) {
     (void)grab();
 }
 
-QRectF SettingsViewTest::placeOf(QQuickItem* item) {
-    (void)grab();
-    return item->mapRectToScene(QRectF({0, 0}, item->size()));
-}
-
-QList<QQuickItem*> SettingsViewTest::itemsIn(QQuickItem* ancestor, const QString& objectName) {
-    QList<QQuickItem*> found;
-    for (QQuickItem* candidate : items(objectName)) {
-        if (ancestor->isAncestorOf(candidate)) {
-            found.append(candidate);
-        }
-    }
-    return found;
-}
-
-QQuickItem* SettingsViewTest::itemIn(QQuickItem* ancestor, const QString& objectName) {
-    const auto found = ancestor == nullptr ? QList<QQuickItem*>() : itemsIn(ancestor, objectName);
-    if (found.isEmpty()) {
-        ADD_FAILURE() << "no " << objectName.toStdString() << " in there";
-        return nullptr;
-    }
-    return found.first();
-}
-
 QQuickItem* SettingsViewTest::row(const QString& label) {
     for (QQuickItem* text : items(u"rowLabel"_s)) {
         if (text->property("text") == label) {
@@ -140,19 +116,6 @@ void SettingsViewTest::press(QQuickItem* control, Qt::Key key, int times) {
     for (int i = 0; i < times; ++i) {
         this->key(key);
     }
-}
-
-QColor withAlpha(QColor color, double alpha) {
-    color.setAlphaF(static_cast<float>(alpha));
-    return color;
-}
-
-void expectColor(const QColor& actual, const QColor& expected) {
-    constexpr double tolerance = 0.003;
-    EXPECT_NEAR(actual.redF(), expected.redF(), tolerance);
-    EXPECT_NEAR(actual.greenF(), expected.greenF(), tolerance);
-    EXPECT_NEAR(actual.blueF(), expected.blueF(), tolerance);
-    EXPECT_NEAR(actual.alphaF(), expected.alphaF(), tolerance);
 }
 
 } // namespace quorvin::testing

@@ -3,9 +3,6 @@
 #include "views/settings/SettingsTabs.h"
 #include "views/support/ViewTest.h"
 
-#include <QAccessible>
-#include <QRectF>
-
 namespace quorvin::testing {
 
 using Tab = SettingsTabs::SettingsTab;
@@ -19,21 +16,6 @@ protected:
     void showSection(Tab tab, QSize size = {960, 680});
     void selectSection(Tab tab);
 
-    [[nodiscard]] QVariant property(QQuickItem* item, const char* name) {
-        return item->property(name);
-    }
-    [[nodiscard]] QString textOf(const QString& objectName) {
-        return item(objectName)->property("text").toString();
-    }
-    [[nodiscard]] QColor colorOf(const QString& objectName) {
-        return item(objectName)->property("color").value<QColor>();
-    }
-    /// In the scene, after the layout of what has changed.
-    [[nodiscard]] QRectF placeOf(QQuickItem* item);
-    [[nodiscard]] QRectF placeOf(const QString& objectName) { return placeOf(item(objectName)); }
-
-    [[nodiscard]] QList<QQuickItem*> itemsIn(QQuickItem* ancestor, const QString& objectName);
-    [[nodiscard]] QQuickItem* itemIn(QQuickItem* ancestor, const QString& objectName);
     /// The row with that label.
     [[nodiscard]] QQuickItem* row(const QString& label);
     [[nodiscard]] QString descriptionOf(const QString& label);
@@ -55,13 +37,6 @@ protected:
     [[nodiscard]] QStringList entriesOf(QQuickItem* picker);
     /// Presses a key often with the focus on a control.
     void press(QQuickItem* control, Qt::Key key, int times = 1);
-
-    [[nodiscard]] static QAccessibleInterface* accessible(QQuickItem* item) {
-        return QAccessible::queryAccessibleInterface(item);
-    }
 };
-
-[[nodiscard]] QColor withAlpha(QColor color, double alpha);
-void expectColor(const QColor& actual, const QColor& expected);
 
 } // namespace quorvin::testing

@@ -47,7 +47,7 @@ TEST_F(SettingsView, ListsTheSectionsInTheSidebar) {
         EXPECT_EQ(rows[i]->property("symbol"), expected[i].second);
         EXPECT_EQ(accessible(rows[i])->text(QAccessible::Name), expected[i].first);
     }
-    EXPECT_EQ(placeOf(u"sidebar"_s).width(), 220);
+    EXPECT_EQ(frameOf(u"sidebar"_s).width(), 220);
 }
 
 TEST_F(SettingsView, ShowsTheSectionThatIsClicked) {
@@ -85,9 +85,7 @@ TEST_F(SettingsView, IsWalkedThroughWithTheArrowKeys) {
         key(Qt::Key_Down);
     }
     EXPECT_TRUE(isSelected(Tab::about));
-    accessible(sidebarItem(Tab::agents))
-        ->actionInterface()
-        ->doAction(QAccessibleActionInterface::pressAction());
+    pressByAssistant(sidebarItem(Tab::agents));
     EXPECT_EQ(textOf(u"sectionTitle"_s), u"Agents"_s);
 }
 
@@ -98,7 +96,7 @@ TEST_F(SettingsView, TheHeadingIsWhiteOnDarkInEveryTheme) {
         advance(500ms);
         EXPECT_EQ(colorOf(u"sectionTitle"_s), QColor(Qt::white));
         expectColor(colorOf(u"sectionSubtitle"_s), withAlpha(Qt::white, 0.35));
-        const QPointF corner = placeOf(u"detail"_s).topLeft();
+        const QPointF corner = frameOf(u"detail"_s).topLeft();
         EXPECT_LT(color(corner.toPoint() + QPoint(4, 4)).lightness(), 30) << name.toStdString();
         const bool isSidebarLight = color({4, 400}).lightness() > 128;
         EXPECT_EQ(isSidebarLight, name == u"latte") << name.toStdString();
@@ -127,14 +125,14 @@ TEST_F(SettingsView, LooksAsLaidDown) {
     expectColor(border->property("color").value<QColor>(), withAlpha(Qt::white, 0.07));
     const auto cardTops = items(u"cardCaption"_s);
     EXPECT_EQ(cardTops.first()->y(), 20);
-    const QRectF place = placeOf(ground);
-    const QRectF language = placeOf(row(u"Language"_s));
+    const QRectF place = frameOf(ground);
+    const QRectF language = frameOf(row(u"Language"_s));
     EXPECT_EQ(language.left(), place.left());
     EXPECT_EQ(language.width(), place.width());
-    EXPECT_EQ(placeOf(itemIn(row(u"Language"_s), u"rowLabel"_s)).left(), place.left() + 16);
-    EXPECT_EQ(placeOf(u"languagePicker"_s).right(), place.right() - 16);
-    const QRectF texts = placeOf(itemIn(row(u"Language"_s), u"rowLabel"_s))
-                             .united(placeOf(itemIn(row(u"Language"_s), u"rowDescription"_s)));
+    EXPECT_EQ(frameOf(itemIn(row(u"Language"_s), u"rowLabel"_s)).left(), place.left() + 16);
+    EXPECT_EQ(frameOf(u"languagePicker"_s).right(), place.right() - 16);
+    const QRectF texts = frameOf(itemIn(row(u"Language"_s), u"rowLabel"_s))
+                             .united(frameOf(itemIn(row(u"Language"_s), u"rowDescription"_s)));
     EXPECT_EQ(language.height(), texts.height() + 24);
 }
 
@@ -143,11 +141,11 @@ TEST_F(SettingsView, FitsIntoItsSmallestWindowAndScrolls) {
     for (int i = 0; i < SettingsTabs::count(); ++i) {
         selectSection(static_cast<Tab>(i));
         QQuickItem* const page = item(u"sectionPage"_s);
-        const double right = placeOf(page).right();
+        const double right = frameOf(page).right();
         for (const QString& name :
              {u"rowLabel"_s, u"rowControl"_s, u"metricChip"_s, u"grantButton"_s, u"themeChip"_s}) {
             for (QQuickItem* part : items(name)) {
-                EXPECT_LE(placeOf(part).right(), right - 28 - 16) << i << name.toStdString();
+                EXPECT_LE(frameOf(part).right(), right - 28 - 16) << i << name.toStdString();
             }
         }
         for (QQuickItem* label : items(u"rowLabel"_s)) {
@@ -160,9 +158,9 @@ TEST_F(SettingsView, FitsIntoItsSmallestWindowAndScrolls) {
         EXPECT_EQ(page->property("contentY").toDouble(),
                   page->property("maximumContentY").toDouble());
         key(Qt::Key_PageUp);
-        const QRectF last = placeOf(items(u"cardGround"_s).last());
+        const QRectF last = frameOf(items(u"cardGround"_s).last());
         EXPECT_TRUE(page->property("maximumContentY").toDouble() == 0 ||
-                    last.bottom() > placeOf(page).bottom() - 60);
+                    last.bottom() > frameOf(page).bottom() - 60);
     }
 }
 
@@ -174,7 +172,7 @@ TEST_F(SettingsView, EveryControlIsReachedByTab) {
         key(Qt::Key_Tab);
         QQuickItem* const focused = window().activeFocusItem();
         reached.insert(focused);
-        const QRectF place = placeOf(focused);
+        const QRectF place = frameOf(focused);
         EXPECT_GE(place.top(), 0);
         EXPECT_LE(place.bottom(), 560) << "it scrolls into view";
     }

@@ -93,9 +93,9 @@ TEST_F(UpdatesSection, ALongFailureStaysInItsRow) {
     network.fail(u"a failure with many words "_s.repeated(30));
     scheduler.runPosted();
     EXPECT_TRUE(item(u"updateStatus"_s)->property("truncated").toBool());
-    EXPECT_GT(placeOf(u"updateStatus"_s).left(),
-              placeOf(itemIn(row(u"Status"_s), u"rowLabel"_s)).left() + 40);
-    EXPECT_LE(placeOf(u"updateNowButton"_s).right(), placeOf(u"cardGround"_s).right() - 16);
+    EXPECT_GT(frameOf(u"updateStatus"_s).left(),
+              frameOf(itemIn(row(u"Status"_s), u"rowLabel"_s)).left() + 40);
+    EXPECT_LE(frameOf(u"updateNowButton"_s).right(), frameOf(u"cardGround"_s).right() - 16);
 }
 
 TEST_F(UpdatesSection, ChecksOnDemand) {

@@ -87,6 +87,37 @@ QList<QQuickItem*> ViewTest::items(const QString& objectName) {
     return found;
 }
 
+QList<QQuickItem*> ViewTest::itemsIn(QQuickItem* ancestor, const QString& objectName) {
+    QList<QQuickItem*> found = items(objectName);
+    found.removeIf([&](const QQuickItem* item) { return !ancestor->isAncestorOf(item); });
+    return found;
+}
+
+QQuickItem* ViewTest::itemIn(QQuickItem* ancestor, const QString& objectName) {
+    const auto found = ancestor == nullptr ? QList<QQuickItem*>() : itemsIn(ancestor, objectName);
+    if (found.isEmpty()) {
+        ADD_FAILURE() << "no " << objectName.toStdString() << " in there";
+        return nullptr;
+    }
+    return found.first();
+}
+
+QColor ViewTest::borderColor(const QQuickItem* rectangle) {
+    return rectangle->property("border").value<QObject*>()->property("color").value<QColor>();
+}
+
+QRectF ViewTest::frameOf(QQuickItem* item) {
+    if (item == nullptr) {
+        return {};
+    }
+    (void)grab(); // lays out what has changed
+    return item->mapRectToScene(item->boundingRect());
+}
+
+void ViewTest::pressByAssistant(QQuickItem* item) {
+    accessible(item)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+}
+
 void ViewTest::advance(std::chrono::milliseconds duration) {
     constexpr std::chrono::milliseconds frame(16);
     QCoreApplication::processEvents(); // what has been asked for begins now
@@ -146,6 +177,19 @@ QPoint ViewTest::middleOf(QQuickItem* item) {
     }
     (void)grab(); // lays out what has changed
     return item->mapToScene(item->boundingRect().center()).toPoint();
+}
+
+QColor withAlpha(QColor color, double alpha) {
+    color.setAlphaF(static_cast<float>(alpha));
+    return color;
+}
+
+void expectColor(const QColor& actual, const QColor& expected) {
+    constexpr double tolerance = 0.003;
+    EXPECT_NEAR(actual.redF(), expected.redF(), tolerance);
+    EXPECT_NEAR(actual.greenF(), expected.greenF(), tolerance);
+    EXPECT_NEAR(actual.blueF(), expected.blueF(), tolerance);
+    EXPECT_NEAR(actual.alphaF(), expected.alphaF(), tolerance);
 }
 
 } // namespace quorvin::testing

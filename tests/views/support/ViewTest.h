@@ -4,6 +4,7 @@
 #include "unit/models/AppStateFixture.h"
 #include "views/support/AnimationClock.h"
 
+#include <QAccessible>
 #include <QImage>
 #include <QPointer>
 #include <QQmlEngine>
@@ -33,9 +34,11 @@ namespace quorvin::testing {
 /// Put the file into a quorvin_view_test(NAME ... SOURCES ...). Time stands still but for
 /// `advance`. What QML warns of fails the test.
 class ViewTest : public AppStateTest {
+public:
+    ~ViewTest() override;
+
 protected:
     ViewTest();
-    ~ViewTest() override;
 
     /// Shows a piece of QML in a window of its size; a window shows itself. QtQuick and Quorvin are
     /// imported.
@@ -50,6 +53,35 @@ protected:
     /// The first item with that objectName, popups included. Fails the test if there is none.
     [[nodiscard]] QQuickItem* item(const QString& objectName);
     [[nodiscard]] QList<QQuickItem*> items(const QString& objectName);
+    /// Those with that objectName below an item, and the first of them, which the test fails
+    /// without.
+    [[nodiscard]] QList<QQuickItem*> itemsIn(QQuickItem* ancestor, const QString& objectName);
+    [[nodiscard]] QQuickItem* itemIn(QQuickItem* ancestor, const QString& objectName);
+
+    // Of the first item with that objectName.
+    [[nodiscard]] QVariant propertyOf(const QString& objectName, const char* name) {
+        return item(objectName)->property(name);
+    }
+    [[nodiscard]] QString textOf(const QString& objectName) {
+        return propertyOf(objectName, "text").toString();
+    }
+    [[nodiscard]] QColor colorOf(const QString& objectName, const char* name = "color") {
+        return colorOf(item(objectName), name);
+    }
+    [[nodiscard]] static QColor colorOf(const QQuickItem* item, const char* name = "color") {
+        return item->property(name).value<QColor>();
+    }
+    /// Of a Rectangle.
+    [[nodiscard]] static QColor borderColor(const QQuickItem* rectangle);
+    /// In the scene, after the layout of what has changed; of a Text, where it writes.
+    [[nodiscard]] QRectF frameOf(QQuickItem* item);
+    [[nodiscard]] QRectF frameOf(const QString& objectName) { return frameOf(item(objectName)); }
+
+    /// What assistive tools see of it, and what they do to press it.
+    [[nodiscard]] static QAccessibleInterface* accessible(QQuickItem* item) {
+        return QAccessible::queryAccessibleInterface(item);
+    }
+    static void pressByAssistant(QQuickItem* item);
 
     /// Lets animations, QML's timers and the program's tasks go on.
     void advance(std::chrono::milliseconds duration);
@@ -82,5 +114,9 @@ private:
     std::unique_ptr<QObject> m_root;
     QQuickWindow* m_window = nullptr;
 };
+
+[[nodiscard]] QColor withAlpha(QColor color, double alpha);
+/// The same but for rounding.
+void expectColor(const QColor& actual, const QColor& expected);
 
 } // namespace quorvin::testing

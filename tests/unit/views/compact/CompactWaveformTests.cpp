@@ -14,7 +14,7 @@ using ::testing::SizeIs;
 namespace {
 
 constexpr double tolerance = 1e-9;
-constexpr QSizeF size(360, 48);
+constexpr QSizeF canvas(360, 48);
 constexpr double step = 340.0 / 96;
 constexpr double barWidth = 1.5; // 0.42 steps are a little less
 
@@ -77,13 +77,13 @@ TEST(NeonRGB, MixesBetweenTwoStops) {
 }
 
 TEST(Waveform, DrawsFiveFillsForEachOfThe96BarsAndNoLine) {
-    const WaveformDrawing drawing = waveform::drawing(recording(allBars(0.5)), size);
+    const WaveformDrawing drawing = waveform::drawing(recording(allBars(0.5)), canvas);
     EXPECT_THAT(drawing.fills, SizeIs(480));
     EXPECT_THAT(drawing.line, IsEmpty());
 }
 
 TEST(Waveform, PlacesTheLayersOfABar) {
-    const WaveformDrawing drawing = waveform::drawing(recording(allBars(0.5)), size);
+    const WaveformDrawing drawing = waveform::drawing(recording(allBars(0.5)), canvas);
     constexpr double half = 48 * 0.46 * 0.5;
     const double x = 10 + step * 10.5 - barWidth / 2;
     expectRect(fillOf(drawing, 10, bloom).rect, x - 2.85, 24 - half * 1.3 - 4, 7.2, half * 2.6 + 8);
@@ -101,7 +101,7 @@ TEST(Waveform, WidensTheBarsWithTheCanvas) {
 }
 
 TEST(Waveform, ShinesMoreTheHigherTheBar) {
-    const WaveformDrawing drawing = waveform::drawing(recording(allBars(0.5)), size);
+    const WaveformDrawing drawing = waveform::drawing(recording(allBars(0.5)), canvas);
     EXPECT_NEAR(fillOf(drawing, 3, bloom).opacity, 0.15, tolerance);
     EXPECT_NEAR(fillOf(drawing, 3, halo).opacity, 0.41, tolerance);
     EXPECT_NEAR(fillOf(drawing, 3, core).opacity, 0.98, tolerance);
@@ -110,7 +110,7 @@ TEST(Waveform, ShinesMoreTheHigherTheBar) {
 }
 
 TEST(Waveform, DimsTheColourOfLowBarsAndWhitensTheCaps) {
-    const WaveformDrawing drawing = waveform::drawing(recording(allBars(0.5)), size);
+    const WaveformDrawing drawing = waveform::drawing(recording(allBars(0.5)), canvas);
     for (const Layer layer : {bloom, halo, core}) {
         EXPECT_THAT(fillOf(drawing, 0, layer).color, isColor(0, 0.95 * 0.94, 0.94));
     }
@@ -123,14 +123,14 @@ TEST(Waveform, DimsTheColourOfLowBarsAndWhitensTheCaps) {
 }
 
 TEST(Waveform, KeepsEveryBarAtLeastFourPointsHigh) {
-    const WaveformDrawing drawing = waveform::drawing(recording(allBars(0)), size);
+    const WaveformDrawing drawing = waveform::drawing(recording(allBars(0)), canvas);
     EXPECT_NEAR(heightOfBar(drawing, 0), 4, tolerance);
     EXPECT_NEAR(fillOf(drawing, 0, upperCap).rect.height(), 1, tolerance);
 }
 
 TEST(Waveform, DrawsNoBarsAsBarsOfZero) {
-    const WaveformDrawing none = waveform::drawing(recording({}), size);
-    const WaveformDrawing zeros = waveform::drawing(recording(allBars(0)), size);
+    const WaveformDrawing none = waveform::drawing(recording({}), canvas);
+    const WaveformDrawing zeros = waveform::drawing(recording(allBars(0)), canvas);
     ASSERT_EQ(none.fills.size(), zeros.fills.size());
     for (std::size_t i = 0; i < none.fills.size(); ++i) {
         EXPECT_EQ(none.fills[i].rect, zeros.fills[i].rect);
@@ -140,14 +140,15 @@ TEST(Waveform, DrawsNoBarsAsBarsOfZero) {
 }
 
 TEST(Waveform, RepeatsTheLastBarOfAShortList) {
-    const WaveformDrawing drawing = waveform::drawing(recording({0.2, 0.8}), size);
+    const WaveformDrawing drawing = waveform::drawing(recording({0.2, 0.8}), canvas);
     EXPECT_NEAR(heightOfBar(drawing, 0), 48 * 0.46 * 0.2 * 2, tolerance);
     EXPECT_NEAR(heightOfBar(drawing, 1), 48 * 0.46 * 0.8 * 2, tolerance);
     EXPECT_NEAR(heightOfBar(drawing, 95), 48 * 0.46 * 0.8 * 2, tolerance);
 }
 
 TEST(Waveform, DrawsAValueAboveOneAsOneAndBelowZeroAsZero) {
-    const WaveformDrawing drawing = waveform::drawing(recording({3.0, -0.15, std::nan("")}), size);
+    const WaveformDrawing drawing =
+        waveform::drawing(recording({3.0, -0.15, std::nan("")}), canvas);
     EXPECT_NEAR(heightOfBar(drawing, 0), 48 * 0.92, tolerance);
     EXPECT_NEAR(heightOfBar(drawing, 1), 4, tolerance);
     EXPECT_NEAR(heightOfBar(drawing, 2), 4, tolerance);
@@ -155,7 +156,7 @@ TEST(Waveform, DrawsAValueAboveOneAsOneAndBelowZeroAsZero) {
 }
 
 TEST(Waveform, RunsAHighlightOverTheBarsWhileTranscribing) {
-    const WaveformDrawing drawing = waveform::drawing(transcribing(allBars(1), 3500), size);
+    const WaveformDrawing drawing = waveform::drawing(transcribing(allBars(1), 3500), canvas);
     EXPECT_NEAR(heightOfBar(drawing, 48), 48 * 0.92 * 0.9, tolerance);
     EXPECT_NEAR(heightOfBar(drawing, 60), 48 * 0.92 * ((1 - 3.5 * 0.125) * 0.6 + 0.3), tolerance);
     EXPECT_NEAR(heightOfBar(drawing, 36), heightOfBar(drawing, 60), tolerance);
@@ -165,14 +166,14 @@ TEST(Waveform, RunsAHighlightOverTheBarsWhileTranscribing) {
 TEST(Waveform, KeepsTheHighlightWhenANewTakeRunsDuringATranscription) {
     WaveformState state = transcribing(allBars(1), 0);
     state.isRecording = true;
-    EXPECT_NEAR(heightOfBar(waveform::drawing(state, size), 95), 48 * 0.92 * 0.3, tolerance);
+    EXPECT_NEAR(heightOfBar(waveform::drawing(state, canvas), 95), 48 * 0.92 * 0.3, tolerance);
 }
 
 TEST(IdleLine, RunsThrough65PointsWithoutAnyBar) {
     WaveformState state;
     state.barHeights = allBars(1);
     state.elapsed = 2000;
-    const WaveformDrawing drawing = waveform::drawing(state, size);
+    const WaveformDrawing drawing = waveform::drawing(state, canvas);
     EXPECT_THAT(drawing.fills, IsEmpty());
     ASSERT_THAT(drawing.line, SizeIs(65));
     EXPECT_NEAR(drawing.line[0].x(), 16, tolerance);
@@ -188,7 +189,7 @@ TEST(IdleLine, RunsThrough65PointsWithoutAnyBar) {
 TEST(IdleLine, IsStrokedThreeTimesInTheAccentColour) {
     WaveformState state;
     state.accentColor = {0.1, 0.2, 0.3};
-    const WaveformDrawing drawing = waveform::drawing(state, size);
+    const WaveformDrawing drawing = waveform::drawing(state, canvas);
     EXPECT_THAT(drawing.lineColor, isColor(0.1, 0.2, 0.3));
     ASSERT_THAT(drawing.strokes, SizeIs(3));
     EXPECT_EQ(drawing.strokes[0].width, 6.0);
@@ -207,7 +208,7 @@ TEST(WaveformBounds, HoldTheLineWithItsWidestStroke) {
 }
 
 TEST(WaveformBounds, HoldEveryFill) {
-    const WaveformDrawing drawing = waveform::drawing(recording({1.0, 0.0}), size);
+    const WaveformDrawing drawing = waveform::drawing(recording({1.0, 0.0}), canvas);
     const QRectF bounds = drawing.bounds();
     for (const WaveformFill& fill : drawing.fills) {
         EXPECT_TRUE(bounds.contains(fill.rect));

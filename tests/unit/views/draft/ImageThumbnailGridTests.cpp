@@ -10,7 +10,7 @@ using Grid = ImageThumbnailGrid;
 
 namespace {
 
-constexpr double width = 516; // in a window of the least width
+constexpr double gridWidth = 516; // in a window of the least width
 
 QRectF square(int index, int count, double room) {
     const int side = Grid::size(count);
@@ -29,9 +29,9 @@ TEST(ImageThumbnailGrid, HasSmallerSquaresForMoreImages) {
 }
 
 TEST(ImageThumbnailGrid, HasAsManyColumnsAsFit) {
-    EXPECT_EQ(Grid::columns(5, width), 6);   // 6 * 80 + 5 * 4 = 500, and 84 more would not fit
-    EXPECT_EQ(Grid::columns(6, width), 7);   // 7 * 64 + 6 * 4 = 472
-    EXPECT_EQ(Grid::columns(18, width), 10); // 10 * 48 + 9 * 4 = 516, to the point
+    EXPECT_EQ(Grid::columns(5, gridWidth), 6);   // 6 * 80 + 5 * 4 = 500, and 84 more would not fit
+    EXPECT_EQ(Grid::columns(6, gridWidth), 7);   // 7 * 64 + 6 * 4 = 472
+    EXPECT_EQ(Grid::columns(18, gridWidth), 10); // 10 * 48 + 9 * 4 = 516, to the point
     EXPECT_EQ(Grid::columns(18, 515.5), 9);
     EXPECT_EQ(Grid::columns(18, 1136), 21);
     EXPECT_EQ(Grid::columns(1, 0), 1);
@@ -39,25 +39,25 @@ TEST(ImageThumbnailGrid, HasAsManyColumnsAsFit) {
 }
 
 TEST(ImageThumbnailGrid, IsAsHighAsItsRowsAndSixBelow) {
-    EXPECT_EQ(Grid::height(0, width), 0);
-    EXPECT_EQ(Grid::height(1, width), 80 + 6);
-    EXPECT_EQ(Grid::height(5, width), 80 + 6);
-    EXPECT_EQ(Grid::height(7, width), 64 + 6);
-    EXPECT_EQ(Grid::height(8, width), 2 * 64 + 4 + 6);
-    EXPECT_EQ(Grid::height(11, width), 2 * 48 + 4 + 6);
-    EXPECT_EQ(Grid::height(18, width), 2 * 48 + 4 + 6);
+    EXPECT_EQ(Grid::height(0, gridWidth), 0);
+    EXPECT_EQ(Grid::height(1, gridWidth), 80 + 6);
+    EXPECT_EQ(Grid::height(5, gridWidth), 80 + 6);
+    EXPECT_EQ(Grid::height(7, gridWidth), 64 + 6);
+    EXPECT_EQ(Grid::height(8, gridWidth), 2 * 64 + 4 + 6);
+    EXPECT_EQ(Grid::height(11, gridWidth), 2 * 48 + 4 + 6);
+    EXPECT_EQ(Grid::height(18, gridWidth), 2 * 48 + 4 + 6);
     EXPECT_EQ(Grid::height(18, 1136), 48 + 6);
     EXPECT_EQ(Grid::height(3, 80), 3 * 80 + 2 * 4 + 6);
 }
 
 TEST(ImageThumbnailGrid, PutsThemInRowsFromTheUpperLeft) {
-    EXPECT_EQ(Grid::place(0, 18, width), QPointF(0, 0));
-    EXPECT_EQ(Grid::place(1, 18, width), QPointF(52, 0));
-    EXPECT_EQ(Grid::place(9, 18, width), QPointF(468, 0));
-    EXPECT_EQ(Grid::place(10, 18, width), QPointF(0, 52));
-    EXPECT_EQ(Grid::place(17, 18, width), QPointF(364, 52));
+    EXPECT_EQ(Grid::place(0, 18, gridWidth), QPointF(0, 0));
+    EXPECT_EQ(Grid::place(1, 18, gridWidth), QPointF(52, 0));
+    EXPECT_EQ(Grid::place(9, 18, gridWidth), QPointF(468, 0));
+    EXPECT_EQ(Grid::place(10, 18, gridWidth), QPointF(0, 52));
+    EXPECT_EQ(Grid::place(17, 18, gridWidth), QPointF(364, 52));
     // What is left of the width is shared: (516 + 4) / 6 for each column.
-    EXPECT_EQ(Grid::place(3, 5, width), QPointF(260, 0));
+    EXPECT_EQ(Grid::place(3, 5, gridWidth), QPointF(260, 0));
 }
 
 TEST(ImageThumbnailGrid, KeepsThemApartAndInsideAtAnyWidth) {

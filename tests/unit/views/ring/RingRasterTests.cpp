@@ -6,6 +6,7 @@
 
 #include <cmath>
 #include <limits>
+#include <numbers>
 
 #include <gtest/gtest.h>
 
@@ -14,7 +15,6 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr double pi = 3.14159265358979323846;
 const RingInk white{Qt::white, 1};
 
 /// Of the whole image, in pixels; what is half covered counts half.
@@ -87,7 +87,8 @@ TEST(RingRaster, FillsACircleOfItsArea) {
         RingPicture picture;
         picture.fillCircle({50.3, 49.8}, radius, white);
         const QImage image = RingRaster().painted(picture, {100, 100}, 1);
-        EXPECT_NEAR(coveredArea(image), pi * radius * radius, 0.02 + 0.005 * radius) << radius;
+        EXPECT_NEAR(coveredArea(image), std::numbers::pi * radius * radius, 0.02 + 0.005 * radius)
+            << radius;
     }
 }
 
@@ -95,7 +96,7 @@ TEST(RingRaster, StrokesACircleOfItsWidth) {
     RingPicture picture;
     picture.strokeCircle({50, 50}, 40, white, 3);
     const QImage image = RingRaster().painted(picture, {100, 100}, 1);
-    EXPECT_NEAR(coveredArea(image), 2 * pi * 40 * 3, 1);
+    EXPECT_NEAR(coveredArea(image), 2 * std::numbers::pi * 40 * 3, 1);
     EXPECT_EQ(alphaAt(image, 50, 50), 0);
     EXPECT_EQ(alphaAt(image, 89, 50), 255);
     EXPECT_EQ(alphaAt(image, 92, 50), 0);
@@ -104,7 +105,8 @@ TEST(RingRaster, StrokesACircleOfItsWidth) {
 TEST(RingRaster, StrokesACircleThickerThanItIsAsADisc) {
     RingPicture picture;
     picture.strokeCircle({10, 10}, 2, white, 6);
-    EXPECT_NEAR(coveredArea(RingRaster().painted(picture, {20, 20}, 1)), pi * 25, 0.2);
+    EXPECT_NEAR(coveredArea(RingRaster().painted(picture, {20, 20}, 1)), std::numbers::pi * 25,
+                0.2);
 }
 
 TEST(RingRaster, StrokesASegmentWithoutCaps) {
@@ -156,7 +158,7 @@ TEST(RingRaster, HasAllPixelsOfTheScale) {
     picture.fillCircle({10, 10}, 5, white);
     const QImage image = RingRaster().painted(picture, {20, 20}, 2);
     EXPECT_EQ(image.size(), QSize(40, 40));
-    EXPECT_NEAR(coveredArea(image), 100 * pi, 0.3);
+    EXPECT_NEAR(coveredArea(image), 100 * std::numbers::pi, 0.3);
     EXPECT_EQ(RingRaster().painted(picture, {20.2, 20}, 1.5).size(), QSize(31, 30));
 }
 
@@ -167,7 +169,7 @@ TEST(RingRaster, CutsOffWhatLeavesTheImage) {
     picture.strokeSegment({-50, 20}, {90, 20}, white, 2);
     picture.strokeSegment({20, -1000}, {60, -1000}, white, 2);
     const QImage image = RingRaster().painted(picture, {40, 40}, 1);
-    EXPECT_NEAR(coveredArea(image), 2 * pi * 100 / 4 + 80, 0.3);
+    EXPECT_NEAR(coveredArea(image), 2 * std::numbers::pi * 100 / 4 + 80, 0.3);
     EXPECT_EQ(alphaAt(image, 39, 39), 255);
     EXPECT_EQ(alphaAt(image, 20, 10), 0);
 }

@@ -19,6 +19,9 @@ struct Inputs {
 
 /// A state with a view around it, in virtual time.
 class WaveRingStateTest : public ::testing::Test {
+public:
+    ~WaveRingStateTest() override { state.disappear(); }
+
 protected:
     WaveRingStateTest() {
         QObject::connect(&state, &WaveRingState::changed, [this] { ++ticks; });
@@ -29,8 +32,6 @@ protected:
         });
         QObject::connect(&state, &WaveRingState::timerDropped, [this] { ++timers; });
     }
-
-    ~WaveRingStateTest() override { state.disappear(); }
 
     void appear(const Inputs& inputs = {}) {
         state.appear(inputs.level, inputs.isRecording, inputs.isTranscribing, inputs.isEnabled);

@@ -42,10 +42,11 @@ private:
 
 /// Terminals and shells of a machine that is laid out by hand, on a virtual clock.
 class AutomationTest : public ::testing::Test {
+public:
+    ~AutomationTest() override;
+
 protected:
     using Environment = QHash<QByteArray, QByteArray>;
-
-    ~AutomationTest() override;
 
     /// A process that is on no terminal device, such as a terminal.
     void addProgram(ProcessID pid, ProcessID parent = 1);

@@ -7,13 +7,16 @@
 
 namespace quorvin {
 
-/// A rectangle with round corners and a line inside its edges, which can be dashed, and which stays
-/// whole when it is magnified. (A Rectangle that is scaled comes apart at its corners where scenes
-/// are drawn by software.) All lengths in points.
+/// A rectangle with round corners and a line inside its edges, which can be dashed. (Where scenes
+/// are drawn by software, a Rectangle with a gradient has jagged corners and no line there, and one
+/// that is scaled comes apart at them.) All lengths in points.
 class RoundedFrame : public DrawnItem {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QColor fill MEMBER m_fill NOTIFY lookChanged)
+    /// At the bottom, where `fill` fades into it; without one it's all `fill`.
+    Q_PROPERTY(QColor bottomFill MEMBER m_bottomFill NOTIFY lookChanged)
+    /// Of the line.
     Q_PROPERTY(QColor color MEMBER m_color NOTIFY lookChanged)
     Q_PROPERTY(double lineWidth MEMBER m_lineWidth NOTIFY lookChanged)
     /// 0 for a line without gaps.
@@ -34,6 +37,7 @@ protected:
 
 private:
     QColor m_fill = Qt::transparent;
+    QColor m_bottomFill;
     QColor m_color = Qt::transparent;
     double m_lineWidth = 1;
     double m_dash = 0;

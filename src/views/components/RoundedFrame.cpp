@@ -1,5 +1,6 @@
-#include "views/draft/RoundedFrame.h"
+#include "views/components/RoundedFrame.h"
 
+#include <QLinearGradient>
 #include <QPainter>
 #include <QPen>
 
@@ -31,8 +32,11 @@ PlacedImage RoundedFrame::drawn(double devicePixelRatio) const {
     painter.translate(-width() / 2, -height() / 2);
 
     const QRectF edges(QPointF(), size());
+    QLinearGradient downward(edges.topLeft(), edges.bottomLeft());
+    downward.setColorAt(0, m_fill);
+    downward.setColorAt(1, m_bottomFill.isValid() ? m_bottomFill : m_fill);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(m_fill);
+    painter.setBrush(downward);
     painter.drawRoundedRect(edges, m_radius, m_radius);
     const double half = m_lineWidth / 2;
     QPen pen(m_color, m_lineWidth, Qt::SolidLine, Qt::FlatCap);

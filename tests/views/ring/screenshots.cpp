@@ -1,22 +1,13 @@
-// Saves a contact sheet of the ring, every style in every mode:
-//
-//     ring_sheet FILE [THEME]
-//
-// at the scale that QT_SCALE_FACTOR says.
+// Makes a contact sheet of the ring, every style in every mode; see support/ScreenshotProgram.h.
 
-#include "theme/GeistFont.h"
-#include "views/ViewTypes.h"
 #include "views/ring/MicLevelRingCanvas.h"
-#include "views/support/ViewTest.h"
-
-#include <QApplication>
-#include <QLoggingCategory>
-#include <QQuickStyle>
+#include "views/support/ScreenshotProgram.h"
 
 #include <cmath>
 #include <cstdlib>
 
 using namespace quorvin;
+using namespace quorvin::testing;
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
@@ -72,17 +63,16 @@ const QString sheet = uR"(
         }
     })"_s;
 
-class Sheet final : public quorvin::testing::ViewTest {
+class RingScene final : public Scene<ViewTest> {
 public:
-    void TestBody() override {}
+    using Scene::Scene;
 
-    bool save(const QString& path, const QString& themeName) {
-        theme.setTheme(themeName);
+    [[nodiscard]] QImage picture() {
         show(sheet);
         for (QQuickItem* const canvas : items(u"ringCanvas"_s)) {
             speakTo(*qobject_cast<MicLevelRingCanvas*>(canvas));
         }
-        return grab().save(path);
+        return grab();
     }
 
 private:
@@ -99,17 +89,9 @@ private:
 } // namespace
 
 int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    qputenv("QT_QUICK_BACKEND", "software");
-    const QApplication application(argc, argv);
-    const QStringList arguments = QApplication::arguments();
-    if (arguments.size() < 2 || arguments.size() > 3) {
-        qCritical("usage: ring_sheet FILE [THEME]");
-        return EXIT_FAILURE;
+    const ScreenshotProgram program(argc, argv);
+    for (const QString& theme : program.themes({u"razer"_s, u"latte"_s})) {
+        program.save(u"ring-"_s + theme, RingScene(theme).picture());
     }
-    registerViewTypes();
-    QLoggingCategory::setFilterRules(u"com.quorvin.*=false"_s);
-    QApplication::setFont(GeistFont::font(13));
-    QQuickStyle::setStyle(u"Basic"_s);
-    return Sheet().save(arguments[1], arguments.value(2)) ? EXIT_SUCCESS : EXIT_FAILURE;
+    return EXIT_SUCCESS;
 }

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "AppStateFixture.h"
+
+namespace quorvin::testing {
+
+/// A desktop with one terminal, in which agents can be started.
+class Delivery : public AppStateTest {
+protected:
+    Delivery() { runTerminal(); }
+
+    /// With the start-up's own lines in the feed already.
+    AppState& start() {
+        AppState& app = AppStateTest::start();
+        scheduler.runPosted();
+        return app;
+    }
+
+    /// Long enough for any delivery.
+    void settle() { scheduler.advance(std::chrono::seconds(2)); }
+
+    /// The messages that came after this call's moment.
+    [[nodiscard]] QStringList feedSince(qsizetype mark) const { return feed().mid(mark); }
+
+    const QString terminalID = QStringLiteral("com.apple.Terminal");
+    [[nodiscard]] static QUrl image(const QString& path) { return QUrl::fromLocalFile(path); }
+};
+
+} // namespace quorvin::testing
