@@ -54,8 +54,6 @@ Desktop::Desktop() : m_environment(QProcessEnvironment::systemEnvironment()) {
     m_environment.insert(u"XDG_CACHE_HOME"_s, home + u"/cache"_s);
     m_environment.insert(u"XDG_RUNTIME_DIR"_s, home + u"/run"_s);
     m_environment.insert(u"QT_QPA_PLATFORM"_s, u"xcb"_s);
-    // A virtual display has no graphics hardware; this is what Qt Quick draws with there.
-    m_environment.insert(u"QT_QUICK_BACKEND"_s, u"software"_s);
     m_environment.insert(u"QT_FORCE_STDERR_LOGGING"_s, u"1"_s);
     // Tells of every frame.
     m_environment.insert(u"QT_LOGGING_RULES"_s, u"qt.scenegraph.time.renderloop=true"_s);

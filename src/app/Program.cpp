@@ -12,18 +12,18 @@
 #include <QApplication>
 #include <QIcon>
 #include <QQuickStyle>
+#include <QQuickWindow>
 #include <QStandardPaths>
-
-#include <malloc.h>
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace quorvin {
 
 int runProgram(int argc, char** argv, const QString& updateEndpoint) {
-    // Every window draws on a thread of its own. With an arena for each of them, what the window
-    // had allocated stays with the program when it closes: 15 MiB for each opening of the settings.
-    mallopt(M_ARENA_MAX, 1);
+    // All that moves is drawn by our own items, into images. A graphics library would only show
+    // them, for 100 MiB and a thread for each window; and the one that draws without a graphics
+    // card crashes when a window closes while another one draws.
+    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
 
     QApplication application(argc, argv);
     SingleInstance instance(QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation));

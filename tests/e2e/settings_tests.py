@@ -175,6 +175,17 @@ class SettingsTests(ProgramTest):
 
         program.wait_until(lambda: not self.stored("onboardingComplete"), "a user without wizard")
 
+    def test_they_close_again_and_again_while_a_theme_fades_in(self):
+        program = self.start_ready_program()
+        main_window = program.wait_for_window()
+        for theme in ("Latte", "Mocha", "Synthwave", "Neon") * 6:
+            self.open_settings(program, "Appearance")
+            program.click_control(theme)
+            self.desktop.display.press("Escape")
+            program.wait_until(lambda: self.windows(program) == [main_window],
+                               "the end of the settings")
+        program.end()  # or it has crashed
+
     def test_the_arrow_keys_walk_through_the_sections(self):
         program = self.start_in("General")
         program.click_control("General")
