@@ -79,7 +79,7 @@ int main(int argc, char** argv) {
     for (int i = 0; i < starts; ++i) {
         audio.startKeepWarm();
         // Not a multiple of any buffer's length, so that the key falls anywhere into one.
-        runFor(scheduler, 400ms + i * 7ms);
+        runFor(scheduler, 700ms + i * 7ms);
         const std::vector<float> lookback = audio.drainWarmBuffer();
         audio.stopKeepWarm();
         audio.startRecording();

@@ -13,7 +13,7 @@ using namespace std::chrono_literals;
 namespace {
 
 /// Nobody looks at the look-back before the take, which gets what is still on its way then.
-constexpr auto latency = 150ms;
+constexpr auto latency = 300ms;
 
 } // namespace
 

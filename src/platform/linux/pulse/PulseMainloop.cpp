@@ -5,38 +5,76 @@
 #include <stdexcept>
 #include <utility>
 
+#include <poll.h>
+#include <pthread.h>
 #include <pulse/timeval.h>
 
 namespace quorvin {
 
-PulseMainloop::PulseMainloop() : m_thread(pa_threaded_mainloop_new()) {
-    if (!m_thread) {
+using namespace std::chrono_literals;
+
+PulseMainloop::PulseMainloop() : m_loop(pa_mainloop_new()) {
+    if (!m_loop) {
         throw std::runtime_error("The sound library gives no main loop");
     }
-    pa_threaded_mainloop_set_name(m_thread.get(), "capture");
-    if (pa_threaded_mainloop_start(m_thread.get()) < 0) {
-        throw std::runtime_error("The capture thread can't be started");
-    }
+    pa_mainloop_set_poll_func(
+        m_loop.get(),
+        [](pollfd* descriptors, unsigned long count, int timeout, void* self) {
+            return static_cast<PulseMainloop*>(self)->poll(descriptors, count, timeout);
+        },
+        this);
+    m_thread = std::thread([this] { run(); });
+    pthread_setname_np(m_thread.native_handle(), "capture");
 }
 
 PulseMainloop::~PulseMainloop() {
-    pa_threaded_mainloop_stop(m_thread.get());
-}
-
-void PulseMainloop::Deleter::operator()(pa_threaded_mainloop* thread) const {
-    pa_threaded_mainloop_free(thread);
+    {
+        const Lock lock(*this);
+        m_isStopped = true;
+        pa_mainloop_wakeup(m_loop.get());
+    }
+    m_thread.join();
 }
 
 pa_mainloop_api* PulseMainloop::api() const {
-    return pa_threaded_mainloop_get_api(m_thread.get());
+    return pa_mainloop_get_api(m_loop.get());
 }
 
-PulseMainloop::Lock::Lock(PulseMainloop& mainloop) : m_thread(mainloop.m_thread.get()) {
-    pa_threaded_mainloop_lock(m_thread);
+void PulseMainloop::run() {
+    const std::lock_guard lock(m_mutex);
+    while (!m_isStopped && pa_mainloop_iterate(m_loop.get(), 1, nullptr) >= 0) {
+    }
+}
+
+int PulseMainloop::poll(pollfd* descriptors, unsigned long count, int timeout) {
+    if (m_rest > 0ms && timeout != 0 && !m_isAwaited) {
+        const bool timerWaits = timeout > 0;
+        const auto rest =
+            timerWaits ? std::min(m_rest, std::chrono::milliseconds(timeout)) : m_rest;
+        m_restEnd.wait_for(m_mutex, rest, [this] { return m_isDisturbed; });
+        if (timerWaits) {
+            timeout -= static_cast<int>(rest.count()); // too early after a disturbance does no harm
+        }
+    }
+    m_isDisturbed = false;
+    m_mutex.unlock();
+    const int ready = ::poll(descriptors, count, timeout);
+    m_mutex.lock();
+    return ready;
+}
+
+void PulseMainloop::endRest() {
+    m_isDisturbed = true;
+    m_restEnd.notify_one();
+}
+
+PulseMainloop::Lock::Lock(PulseMainloop& mainloop) : m_mainloop(mainloop) {
+    m_mainloop.m_mutex.lock();
 }
 
 PulseMainloop::Lock::~Lock() {
-    pa_threaded_mainloop_unlock(m_thread);
+    m_mainloop.endRest();
+    m_mainloop.m_mutex.unlock();
 }
 
 PulseMainloop::Timer::Timer(PulseMainloop& mainloop, Clock::duration delay,
@@ -62,19 +100,11 @@ PulseMainloop::Timer::~Timer() {
 }
 
 bool PulseMainloop::waitUntil(Clock::time_point deadline, const std::function<bool()>& condition) {
-    bool expired = false;
-    const Timer timer(*this, deadline - Clock::now(), [this, &expired] {
-        expired = true;
-        wake();
-    });
-    while (!condition() && !expired) {
-        pa_threaded_mainloop_wait(m_thread.get());
-    }
-    return condition();
-}
-
-void PulseMainloop::wake() {
-    pa_threaded_mainloop_signal(m_thread.get(), 0);
+    m_isAwaited = true;
+    endRest();
+    const bool holds = m_changed.wait_until(m_mutex, deadline, condition);
+    m_isAwaited = false;
+    return holds;
 }
 
 } // namespace quorvin

@@ -1,11 +1,14 @@
 #pragma once
 
 #include <chrono>
+#include <condition_variable>
 #include <functional>
 #include <memory>
+#include <mutex>
+#include <thread>
 
 #include <pulse/mainloop-api.h>
-#include <pulse/thread-mainloop.h>
+#include <pulse/mainloop.h>
 
 namespace quorvin {
 
@@ -34,7 +37,7 @@ public:
         Lock& operator=(const Lock&) = delete;
 
     private:
-        pa_threaded_mainloop* m_thread;
+        PulseMainloop& m_mainloop;
     };
 
     /// Calls `work` once on the capture thread, unless it is destroyed before. Made and destroyed
@@ -52,19 +55,40 @@ public:
         pa_time_event* m_event;
     };
 
+    /// How long what the server sends may wait for more of it, so that the thread wakes less often
+    /// for the many pieces of a stream: none at first. What is done under the lock waits for
+    /// nothing. Under the lock.
+    void setRest(std::chrono::milliseconds rest) { m_rest = rest; }
+
     /// Gives up the lock until `condition`, which is looked at after every `wake`, holds or
     /// `deadline` has come; returns whether it holds. Under the lock, not nested, on the main
     /// thread.
     [[nodiscard]] bool waitUntil(Clock::time_point deadline,
                                  const std::function<bool()>& condition);
     /// Makes `waitUntil` look again. Under the lock.
-    void wake();
+    void wake() { m_changed.notify_all(); }
 
 private:
     struct Deleter {
-        void operator()(pa_threaded_mainloop* thread) const;
+        void operator()(pa_mainloop* loop) const { pa_mainloop_free(loop); }
     };
-    std::unique_ptr<pa_threaded_mainloop, Deleter> m_thread;
+
+    void run();
+    /// Gives up the lock until there is something to do.
+    [[nodiscard]] int poll(pollfd* descriptors, unsigned long count, int timeout);
+    void endRest();
+
+    std::unique_ptr<pa_mainloop, Deleter> m_loop;
+    std::recursive_mutex m_mutex;
+
+    // The rest under the lock.
+    std::condition_variable_any m_changed;
+    std::condition_variable_any m_restEnd;
+    std::chrono::milliseconds m_rest{};
+    bool m_isDisturbed = false;
+    bool m_isAwaited = false;
+    bool m_isStopped = false;
+    std::thread m_thread;
 };
 
 } // namespace quorvin

@@ -16,9 +16,9 @@ namespace quorvin {
 
 class Scheduler;
 
-/// A record stream, pinned to its source: when the source or the server goes, the stream ends
-/// within milliseconds and never moves to another device unasked. Samples that nobody takes wait in
-/// it.
+/// A record stream, pinned to its source: when the source or the server goes, the stream ends at
+/// once, or with the mainloop's rest, and never moves to another device unasked. Samples that
+/// nobody takes wait in it.
 ///
 /// Everything under the mainloop's lock, with a connection that is there.
 class PulseStream {

@@ -109,7 +109,7 @@ TEST_F(AudioServiceKeepWarm, NeitherGainNorGateNorMeterTouchTheLookback) {
 
 TEST_F(AudioServiceKeepWarm, TheSystemMayTakeItsTime) {
     service->startKeepWarm();
-    EXPECT_EQ(engine().latency, 150ms);
+    EXPECT_EQ(engine().latency, 300ms);
     EXPECT_EQ(engine().tapFrameCount, 1024U);
     service->stopKeepWarm();
     service->startRecording();

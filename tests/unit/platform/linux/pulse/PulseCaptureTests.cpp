@@ -103,7 +103,7 @@ TEST_F(PulseServerTest, AnEngineGoesOnWhereTheLastOneStopped) {
     Recording before;
     Recording after;
     auto first = host().makeCaptureEngine();
-    first->setLatency(150ms);
+    first->setLatency(300ms);
     first->installTap(frames, before.tap());
     first->start();
     ASSERT_TRUE(before.waitFor(10 * frames * channels));
