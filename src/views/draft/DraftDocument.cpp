@@ -81,8 +81,17 @@ void DraftDocument::replaceText() {
     {
         const QScopedValueRollback<bool> replacing(m_isReplacing, true);
         QTextCursor cursor(m_document->textDocument());
-        cursor.select(QTextCursor::Document);
-        cursor.insertText(m_draft); // one step to undo, the removal of the old text included
+        // The steps to undo keep what they have removed: that need not be a whole draft for each
+        // take that is added to it.
+        const bool isAdded = !m_shown.isEmpty() && m_draft.startsWith(m_shown);
+        cursor.beginEditBlock(); // a step of its own, also after typing
+        if (isAdded) {
+            cursor.movePosition(QTextCursor::End);
+        } else {
+            cursor.select(QTextCursor::Document);
+        }
+        cursor.insertText(isAdded ? m_draft.sliced(m_shown.size()) : m_draft);
+        cursor.endEditBlock();
         alignParagraphs();
     }
     m_shown = plainText(*m_document->textDocument());

@@ -32,7 +32,7 @@ public:
     [[nodiscard]] QQuickTextDocument* document() const { return m_document; }
     void setDocument(QQuickTextDocument* document);
     [[nodiscard]] QString draft() const { return m_draft; }
-    /// Replaces the editor's text in one step, which can be undone; the first draft can't.
+    /// Changes the editor's text in one step, which can be undone; the first draft can't.
     void setDraft(const QString& draft);
     [[nodiscard]] int characterCount() const;
 
@@ -44,7 +44,7 @@ Q_SIGNALS:
     void draftChanged();
     /// By the user.
     void edited(const QString& text);
-    /// By others; all of the text is new.
+    /// By others.
     void replaced();
 
 private:

@@ -3,7 +3,9 @@
 
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QQuickTextDocument>
 #include <QSignalSpy>
+#include <QTextDocument>
 #include <QWheelEvent>
 
 using namespace quorvin;
@@ -98,6 +100,25 @@ TEST_F(DraftEditor, BringsBackWhatATextFromElsewhereHasReplaced) {
     app().clearDraft();
     key(Qt::Key_Z, Qt::ControlModifier);
     EXPECT_EQ(app().draftText(), u"A new take."_s);
+}
+
+TEST_F(DraftEditor, AddsATakeToTheTextThatIsThere) {
+    showEditor();
+    app().setDraftText(u"One. "_s);
+    type(u"Two."_s);
+    const auto* const document = editor()->property("textDocument").value<QQuickTextDocument*>();
+    const QSignalSpy changes(document->textDocument(), &QTextDocument::contentsChange);
+    const QString before = app().draftText();
+    app().setDraftText(before + u"\nThree."_s);
+    EXPECT_EQ(shownText(), u"One. Two.\nThree."_s);
+    ASSERT_FALSE(changes.isEmpty());
+    for (const auto& change : changes) {
+        EXPECT_GE(change.first().toInt(), before.size()) << "touches the text before it";
+    }
+    key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(app().draftText(), before) << "what was typed is another step";
+    key(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(app().draftText(), u"One. Two.\nThree."_s);
 }
 
 TEST_F(DraftEditor, DoesNotUndoTheDraftThatItBeganWith) {
