@@ -48,6 +48,9 @@ void PulseMainloop::run() {
 
 int PulseMainloop::poll(pollfd* descriptors, unsigned long count, int timeout) {
     if (m_rest > 0ms && timeout != 0 && !m_isAwaited) {
+        if (const int ready = ::poll(descriptors, count, 0); ready != 0) {
+            return ready; // the library reads a little at a time: there is more
+        }
         const bool timerWaits = timeout > 0;
         const auto rest =
             timerWaits ? std::min(m_rest, std::chrono::milliseconds(timeout)) : m_rest;
