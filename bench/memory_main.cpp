@@ -23,8 +23,6 @@ int main(int argc, char** argv) {
     const QCoreApplication application(argc, argv);
     const bench::Desktop desktop;
     bench::RunningProgram program(desktop);
-    program.waitFor("WhisperService ready");
-    program.waitFor("Keep-warm started");
     std::this_thread::sleep_for(2s);
     const double atStart = program.residentMebibytes();
     std::printf("memory_main.start %.4g MiB\n", atStart);

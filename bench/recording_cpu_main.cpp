@@ -15,7 +15,6 @@ int main(int argc, char** argv) {
     const QCoreApplication application(argc, argv);
     const bench::Desktop desktop;
     bench::RunningProgram program(desktop);
-    program.waitFor("Keep-warm started");
     desktop.clickRing();
     program.waitFor("Recording started successfully");
     std::printf("recording_cpu_main %.3g %%\n", program.coreShare(2s, 20s));

@@ -55,8 +55,6 @@ Desktop::Desktop() : m_environment(QProcessEnvironment::systemEnvironment()) {
     m_environment.insert(u"XDG_RUNTIME_DIR"_s, home + u"/run"_s);
     m_environment.insert(u"QT_QPA_PLATFORM"_s, u"xcb"_s);
     m_environment.insert(u"QT_FORCE_STDERR_LOGGING"_s, u"1"_s);
-    // Tells of every frame.
-    m_environment.insert(u"QT_LOGGING_RULES"_s, u"qt.scenegraph.time.renderloop=true"_s);
 }
 
 Desktop::~Desktop() {
@@ -117,18 +115,30 @@ void Desktop::run(const QString& program, const QStringList& arguments) const {
     }
 }
 
-RunningProgram::RunningProgram(const Desktop& desktop) {
-    m_process.setProcessEnvironment(desktop.environment());
+RunningProgram::RunningProgram(const QProcessEnvironment& environment) {
+    m_process.setProcessEnvironment(environment);
     m_process.setReadChannel(QProcess::StandardError);
-    const auto begin = std::chrono::steady_clock::now();
     m_process.start(QStringLiteral(QUORVIN_PROGRAM), {});
-    waitFor("qt.scenegraph.time.renderloop");
-    m_timeToFirstFrame = std::chrono::steady_clock::now() - begin;
+}
+
+RunningProgram::RunningProgram(const Desktop& desktop) : RunningProgram(desktop.environment()) {
+    waitFor("Keep-warm started");
+    waitFor("WhisperService ready");
 }
 
 RunningProgram::~RunningProgram() {
     m_process.terminate();
     m_process.waitForFinished(patience);
+}
+
+std::chrono::duration<double, std::milli> RunningProgram::timeToFirstFrame(const Desktop& desktop) {
+    const char* const framesTold = "qt.scenegraph.time.renderloop";
+    QProcessEnvironment environment = desktop.environment();
+    environment.insert(u"QT_LOGGING_RULES"_s, QLatin1StringView(framesTold) + u"=true"_s);
+    const auto begin = std::chrono::steady_clock::now();
+    RunningProgram program(environment);
+    program.waitFor(framesTold);
+    return std::chrono::steady_clock::now() - begin;
 }
 
 double RunningProgram::coreShare(std::chrono::seconds settling, std::chrono::seconds span) const {

@@ -41,14 +41,13 @@ private:
 /// The real program, from its start to the end of this object.
 class RunningProgram {
 public:
-    /// Returns when the first frame has been drawn. Ends the benchmark when there is none.
+    /// Returns when the program can take a dictation. Ends the benchmark when it never can.
     explicit RunningProgram(const Desktop& desktop);
     ~RunningProgram();
 
-    /// From the start of the process to the end of its first frame.
-    [[nodiscard]] std::chrono::duration<double, std::milli> timeToFirstFrame() const {
-        return m_timeToFirstFrame;
-    }
+    /// From the start of a process to the end of its first frame.
+    [[nodiscard]] static std::chrono::duration<double, std::milli>
+    timeToFirstFrame(const Desktop& desktop);
     /// What it takes of one core over a time that begins after `settling`, in percent.
     [[nodiscard]] double coreShare(std::chrono::seconds settling, std::chrono::seconds span) const;
     [[nodiscard]] double residentMebibytes() const;
@@ -56,12 +55,13 @@ public:
     void waitFor(const QByteArray& text, int times = 1);
 
 private:
+    explicit RunningProgram(const QProcessEnvironment& environment);
+
     /// Processor time of all its threads so far.
     [[nodiscard]] std::chrono::duration<double> processorTime() const;
 
     QProcess m_process;
     QByteArray m_log;
-    std::chrono::duration<double, std::milli> m_timeToFirstFrame{};
 };
 
 } // namespace quorvin::bench
