@@ -10,7 +10,7 @@ namespace quorvin {
 ///
 /// The drawings are black on white paper: what is white in a drawing, such as the mark in a filled
 /// circle, is left out. `side` is the length of the square in pixels. Null for an unknown name.
-/// Main thread, or a thread that renders while the main thread waits: recent drawings are kept.
+/// Main thread. Recent drawings are kept.
 [[nodiscard]] QImage symbolImage(const QString& name, int side, const QColor& color);
 
 } // namespace quorvin

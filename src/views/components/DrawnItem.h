@@ -16,7 +16,7 @@ public:
 
 protected:
     /// The image for now, in the item's coordinates, which it may leave. Whole pixels lie sharp.
-    /// Called on the thread that renders, while the main thread waits.
+    /// Called before a frame, on the main thread.
     [[nodiscard]] virtual PlacedImage drawn(double devicePixelRatio) const = 0;
 
     QSGNode* updatePaintNode(QSGNode* node, UpdatePaintNodeData* data) override;

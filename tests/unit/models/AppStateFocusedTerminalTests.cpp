@@ -14,10 +14,7 @@ using Diagnostic = Delivery;
 } // namespace
 
 TEST_F(FocusedTerminal, PastesAndSubmitsInTheApplicationOfTheTake) {
-    workspace.frontmost = workspace.running.front();
-    AppState& app = start();
-    app.startRecording();
-    app.cancelRecording();
+    AppState& app = startWithTarget(workspace.running.front());
     app.setDraftText(u"run the tests"_s);
     keyEvents.note(u"send"_s);
     app.compactSendCommand();
@@ -65,10 +62,7 @@ TEST_F(FocusedTerminal, WithoutATargetTheFirstTerminalOfTheTableServes) {
 }
 
 TEST_F(FocusedTerminal, ATargetThatIsThisProgramCountsAsNone) {
-    AppState& app = start();
-    workspace.frontmost = {5000, u"Editor"_s, std::nullopt};
-    app.startRecording();
-    app.cancelRecording();
+    AppState& app = startWithTarget(editor);
     ASSERT_EQ(app.lastFocusedAppPID(), 5000);
     bundle.pid = 5000;
     app.setDraftText(u"run"_s);
@@ -78,10 +72,7 @@ TEST_F(FocusedTerminal, ATargetThatIsThisProgramCountsAsNone) {
 }
 
 TEST_F(FocusedTerminal, ATargetThatHasGoneIsNotActivatedButTheKeysAreStillPosted) {
-    AppState& app = start();
-    workspace.frontmost = {5000, u"Editor"_s, std::nullopt};
-    app.startRecording();
-    app.cancelRecording();
+    AppState& app = startWithTarget(editor);
     app.setDraftText(u"run"_s);
     keyEvents.note(u"send"_s);
     app.autoSendToFocusedTerminal();
@@ -180,9 +171,7 @@ TEST_F(Diagnostic, NeedsATarget) {
 }
 
 TEST_F(Diagnostic, RefusesItself) {
-    AppState& app = start();
-    workspace.frontmost = {5000, u"Editor"_s, std::nullopt};
-    app.startRecording();
+    AppState& app = startWithTarget(editor);
     bundle.pid = 5000;
     app.testSendDiagnostic();
     settle();
@@ -191,10 +180,7 @@ TEST_F(Diagnostic, RefusesItself) {
 }
 
 TEST_F(Diagnostic, SaysWhenTheTargetHasGone) {
-    AppState& app = start();
-    workspace.frontmost = {5000, u"Editor"_s, std::nullopt};
-    app.startRecording();
-    app.cancelRecording();
+    AppState& app = startWithTarget(editor);
     app.testSendDiagnostic();
     settle();
     EXPECT_TRUE(feed().contains(u"Target PID: 5000 — 'unknown' [unknown]"_s));
@@ -203,10 +189,7 @@ TEST_F(Diagnostic, SaysWhenTheTargetHasGone) {
 }
 
 TEST_F(Diagnostic, PostsTheTokenToTheProcessWithoutActivatingIt) {
-    workspace.frontmost = workspace.running.front();
-    AppState& app = start();
-    app.startRecording();
-    app.cancelRecording();
+    AppState& app = startWithTarget(workspace.running.front());
     app.setDraftText(u"untouched"_s);
     const qsizetype mark = feed().size();
     keyEvents.note(u"start"_s);
@@ -229,9 +212,7 @@ TEST_F(Diagnostic, PostsTheTokenToTheProcessWithoutActivatingIt) {
 }
 
 TEST_F(Diagnostic, TheEndOfTheProgramLeavesOutWhatIsLeft) {
-    workspace.frontmost = workspace.running.front();
-    start().startRecording();
-    app().cancelRecording();
+    startWithTarget(workspace.running.front());
     keyEvents.note(u"start"_s);
     app().testSendDiagnostic();
     scheduler.advance(300ms);
