@@ -23,7 +23,9 @@ public:
     void appendSilence(std::size_t count);
 
     /// What waits for the rest of its block; valid until the next call.
-    [[nodiscard]] std::span<const float> rest() const { return std::span(m_block).first(m_filled); }
+    [[nodiscard]] std::span<const float> leftOver() const {
+        return std::span(m_block).first(m_filled);
+    }
 
 private:
     /// Lets `fill` write up to `count` samples into the block and hands it on when it is full.

@@ -32,6 +32,7 @@ PulseCaptureEngine::PulseCaptureEngine(PulseConnection& connection, PulseStreams
 
 PulseCaptureEngine::~PulseCaptureEngine() {
     const PulseMainloop::Lock lock(m_connection.mainloop());
+    m_rest.reset();
     m_stream.reset();
 }
 
@@ -96,14 +97,14 @@ void PulseCaptureEngine::start() {
     }
     openStream(deadline);
     connectTap();
-    mainloop.setRest(m_latency.value_or(0ms));
+    m_rest.emplace(mainloop, m_latency.value_or(0ms));
     m_running = true;
 }
 
 void PulseCaptureEngine::stop() {
     const PulseMainloop::Lock lock(m_connection.mainloop());
     m_running = false;
-    m_connection.mainloop().setRest(0ms);
+    m_rest.reset();
     m_streamToken.reset();
     if (m_stream) {
         m_streams.leave(std::move(m_stream));

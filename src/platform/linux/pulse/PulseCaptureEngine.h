@@ -55,6 +55,7 @@ private:
     bool m_running = false;
     std::uint32_t m_tapFrameCount = 1024;
     Tap m_tap;
+    std::optional<PulseMainloop::Rest> m_rest; // while it runs
     std::unique_ptr<PulseStream> m_stream;
     std::shared_ptr<StreamToken> m_streamToken;
 };

@@ -47,14 +47,15 @@ void PulseMainloop::run() {
 }
 
 int PulseMainloop::poll(pollfd* descriptors, unsigned long count, int timeout) {
-    if (m_rest > 0ms && timeout != 0 && !m_isAwaited) {
+    const auto longest = m_rests.empty() ? 0ms : *m_rests.begin();
+    if (longest > 0ms && timeout != 0 && !m_isAwaited) {
         if (const int ready = ::poll(descriptors, count, 0); ready != 0) {
             return ready; // the library reads a little at a time: there is more
         }
         const bool timerWaits = timeout > 0;
         const auto rest =
-            timerWaits ? std::min(m_rest, std::chrono::milliseconds(timeout)) : m_rest;
-        m_restEnd.wait_for(m_mutex, rest, [this] { return m_isDisturbed; });
+            timerWaits ? std::min(longest, std::chrono::milliseconds(timeout)) : longest;
+        m_disturbed.wait_for(m_mutex, rest, [this] { return m_isDisturbed; });
         if (timerWaits) {
             timeout -= static_cast<int>(rest.count()); // too early after a disturbance does no harm
         }
@@ -66,9 +67,9 @@ int PulseMainloop::poll(pollfd* descriptors, unsigned long count, int timeout) {
     return ready;
 }
 
-void PulseMainloop::endRest() {
+void PulseMainloop::disturb() {
     m_isDisturbed = true;
-    m_restEnd.notify_one();
+    m_disturbed.notify_one();
 }
 
 PulseMainloop::Lock::Lock(PulseMainloop& mainloop) : m_mainloop(mainloop) {
@@ -76,8 +77,15 @@ PulseMainloop::Lock::Lock(PulseMainloop& mainloop) : m_mainloop(mainloop) {
 }
 
 PulseMainloop::Lock::~Lock() {
-    m_mainloop.endRest();
+    m_mainloop.disturb();
     m_mainloop.m_mutex.unlock();
+}
+
+PulseMainloop::Rest::Rest(PulseMainloop& mainloop, std::chrono::milliseconds duration)
+    : m_mainloop(mainloop), m_place(mainloop.m_rests.insert(duration)) {}
+
+PulseMainloop::Rest::~Rest() {
+    m_mainloop.m_rests.erase(m_place);
 }
 
 PulseMainloop::Timer::Timer(PulseMainloop& mainloop, Clock::duration delay,
@@ -104,7 +112,7 @@ PulseMainloop::Timer::~Timer() {
 
 bool PulseMainloop::waitUntil(Clock::time_point deadline, const std::function<bool()>& condition) {
     m_isAwaited = true;
-    endRest();
+    disturb();
     const bool holds = m_changed.wait_until(m_mutex, deadline, condition);
     m_isAwaited = false;
     return holds;

@@ -5,6 +5,7 @@
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <set>
 #include <thread>
 
 #include <pulse/mainloop-api.h>
@@ -55,10 +56,20 @@ public:
         pa_time_event* m_event;
     };
 
-    /// How long what the server sends may wait for more of it, so that the thread wakes less often
-    /// for the many pieces of a stream: none at first. What is done under the lock waits for
-    /// nothing. Under the lock.
-    void setRest(std::chrono::milliseconds rest) { m_rest = rest; }
+    /// While it lives, what the server sends may wait for more of it, so that the thread wakes less
+    /// often for the many pieces of a stream. Of several the shortest counts. What is done under
+    /// the lock waits for nothing. Made and destroyed under the lock.
+    class Rest {
+    public:
+        Rest(PulseMainloop& mainloop, std::chrono::milliseconds duration);
+        ~Rest();
+        Rest(const Rest&) = delete;
+        Rest& operator=(const Rest&) = delete;
+
+    private:
+        PulseMainloop& m_mainloop;
+        std::multiset<std::chrono::milliseconds>::iterator m_place;
+    };
 
     /// Gives up the lock until `condition`, which is looked at after every `wake`, holds or
     /// `deadline` has come; returns whether it holds. Under the lock, not nested, on the main
@@ -76,15 +87,15 @@ private:
     void run();
     /// Gives up the lock until there is something to do.
     [[nodiscard]] int poll(pollfd* descriptors, unsigned long count, int timeout);
-    void endRest();
+    void disturb();
 
     std::unique_ptr<pa_mainloop, Deleter> m_loop;
     std::recursive_mutex m_mutex;
 
     // The rest under the lock.
     std::condition_variable_any m_changed;
-    std::condition_variable_any m_restEnd;
-    std::chrono::milliseconds m_rest{};
+    std::condition_variable_any m_disturbed;
+    std::multiset<std::chrono::milliseconds> m_rests;
     bool m_isDisturbed = false;
     bool m_isAwaited = false;
     bool m_isStopped = false;

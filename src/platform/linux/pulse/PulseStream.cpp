@@ -93,8 +93,8 @@ void PulseStream::deliver(std::uint32_t frameCount, BlockAssembler::Sink sink) {
 
 void PulseStream::hold() {
     if (m_blocks) {
-        const auto rest = m_blocks->rest();
-        m_rest.insert(m_rest.end(), rest.begin(), rest.end());
+        const auto leftOver = m_blocks->leftOver();
+        m_leftOver.insert(m_leftOver.end(), leftOver.begin(), leftOver.end());
         m_blocks.reset();
     }
 }
@@ -103,8 +103,8 @@ void PulseStream::readable() {
     if (!m_blocks) {
         return;
     }
-    m_blocks->append(m_rest);
-    m_rest.clear();
+    m_blocks->append(m_leftOver);
+    m_leftOver.clear();
     const void* data = nullptr;
     std::size_t size = 0;
     while (pa_stream_peek(m_stream, &data, &size) == 0 && size > 0) {

@@ -55,7 +55,7 @@ private:
     pa_stream* m_stream;
     std::function<void()> m_changed;
     std::optional<BlockAssembler> m_blocks;
-    std::vector<float> m_rest; ///< read for a taker that was gone before its block was full
+    std::vector<float> m_leftOver; ///< read for a taker that was gone before its block was full
 };
 
 /// Opens record streams. The stream that one engine leaves is kept for the engine that starts next,

@@ -3,8 +3,10 @@
 #include <atomic>
 #include <chrono>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <thread>
+#include <vector>
 
 #include <gtest/gtest.h>
 #include <sys/eventfd.h>
@@ -34,6 +36,7 @@ protected:
         {
             const PulseMainloop::Lock lock(m_mainloop);
             m_mainloop.api()->io_free(m_event);
+            m_rests.clear();
         }
         ::close(m_line);
     }
@@ -45,7 +48,7 @@ protected:
         send();
         {
             const PulseMainloop::Lock lock(m_mainloop);
-            m_mainloop.setRest(duration);
+            m_rests.push_back(std::make_unique<PulseMainloop::Rest>(m_mainloop, duration));
         }
         return hasGot(1);
     }
@@ -65,6 +68,7 @@ protected:
     }
 
     PulseMainloop m_mainloop;
+    std::vector<std::unique_ptr<PulseMainloop::Rest>> m_rests; // under the lock
     std::atomic<eventfd_t> m_got = 0;
 
 private:
@@ -96,6 +100,19 @@ TEST_F(PulseMainloopTest, DuringARestWhatComesGathersUntilSomebodyUsesTheLoop) {
     }
     { const PulseMainloop::Lock lock(m_mainloop); }
     EXPECT_TRUE(hasGot(sent));
+}
+
+TEST_F(PulseMainloopTest, OfSeveralRestsTheShortestCounts) {
+    ASSERT_TRUE(rest(endless));
+    {
+        const PulseMainloop::Lock lock(m_mainloop);
+        m_rests.push_back(std::make_unique<PulseMainloop::Rest>(m_mainloop, 0ms));
+        m_rests.push_back(std::make_unique<PulseMainloop::Rest>(m_mainloop, endless));
+    }
+    for (eventfd_t i = 2; i <= 4; ++i) {
+        send();
+        EXPECT_TRUE(hasGot(i));
+    }
 }
 
 TEST_F(PulseMainloopTest, ARestEnds) {
