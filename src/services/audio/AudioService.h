@@ -9,6 +9,7 @@
 #include <QObject>
 #include <QProperty>
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -72,7 +73,7 @@ public:
     /// Begins to remember the last three seconds, anew at each start. Without effect while it runs;
     /// a failure is logged.
     void startKeepWarm();
-    /// What is remembered stays until it is drained or keep-warm starts again.
+    /// What is remembered stays for three seconds, until it is drained or keep-warm starts again.
     void stopKeepWarm();
     /// The look-back, oldest sample first, from the first that isn't exactly zero. Empties it.
     [[nodiscard]] std::vector<float> drainWarmBuffer();
@@ -117,6 +118,7 @@ private:
 
     std::shared_ptr<CaptureEngine> m_audioEngine;
     std::shared_ptr<CaptureEngine> m_warmEngine;
+    std::chrono::nanoseconds m_keepWarmEnd{}; ///< when it was last running, on the monotonic clock
     std::shared_ptr<CaptureEngine> m_monitorEngine;
     std::optional<std::uint32_t> m_selectedDeviceID;
     /// Number of the current recording: keeps the late meter updates of an old one out of it.

@@ -1,3 +1,4 @@
+#include "platform/Scheduler.h"
 #include "services/audio/AudioService.h"
 #include "services/audio/AudioServiceShared.h"
 #include "services/audio/CaptureChain.h"
@@ -11,6 +12,9 @@ namespace quorvin {
 using namespace std::chrono_literals;
 
 namespace {
+
+constexpr auto lookback = std::chrono::seconds(LookbackRing::keepWarmRingSize /
+                                               static_cast<std::int64_t>(targetFormat.sampleRate));
 
 /// Nobody looks at the look-back before the take, which gets what is still on its way then.
 constexpr auto latency = 300ms;
@@ -59,7 +63,7 @@ void AudioService::startKeepWarm() {
     m_warmEngine = engine;
     m_isKeepWarmRunning = true;
     qCInfo(audioServiceLog, "Keep-warm started (ring buffer: %lds lookback)",
-           static_cast<long>(LookbackRing::keepWarmRingSize / targetFormat.sampleRate));
+           static_cast<long>(lookback.count()));
 }
 
 void AudioService::stopKeepWarm() {
@@ -67,13 +71,22 @@ void AudioService::stopKeepWarm() {
         return;
     }
     releaseEngine(m_warmEngine);
+    m_keepWarmEnd = m_scheduler.monotonicTime();
     m_isKeepWarmRunning = false;
     qCInfo(audioServiceLog, "Keep-warm stopped");
 }
 
 std::vector<float> AudioService::drainWarmBuffer() {
-    const std::lock_guard lock(m_shared->warmLock);
-    return m_shared->warmRing.drain();
+    std::vector<float> samples;
+    {
+        const std::lock_guard lock(m_shared->warmLock);
+        samples = m_shared->warmRing.drain();
+    }
+    // A device may have gone long ago.
+    if (!m_warmEngine && m_scheduler.monotonicTime() - m_keepWarmEnd > lookback) {
+        samples.clear();
+    }
+    return samples;
 }
 
 } // namespace quorvin

@@ -184,6 +184,16 @@ TEST_F(AudioServiceKeepWarm, ALostDeviceEndsItAndKeepsTheLookback) {
     EXPECT_THAT(service->drainWarmBuffer(), ElementsAre(0.5F));
 }
 
+TEST_F(AudioServiceKeepWarm, WhatWasSaidBeforeALostDeviceIsForgottenAfterThreeSeconds) {
+    for (const auto& [wait, remembered] : {std::pair(3000ms, 1U), std::pair(3001ms, 0U)}) {
+        service->startKeepWarm();
+        engine().feed({0.5F});
+        engine().interrupt("the device was removed");
+        scheduler.advance(wait);
+        EXPECT_EQ(service->drainWarmBuffer().size(), remembered);
+    }
+}
+
 TEST_F(AudioServiceKeepWarm, ALostDeviceOfAnEarlierEngineLeavesTheNextAlone) {
     service->startKeepWarm();
     engine().interrupt("the device was removed");
