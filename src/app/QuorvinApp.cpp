@@ -5,7 +5,7 @@
 #include "views/compact/QuickCompactPanel.h"
 
 #include <QCoreApplication>
-#include <QQuickWindow>
+#include <QEvent>
 
 using namespace Qt::Literals::StringLiterals;
 using namespace std::chrono_literals;
@@ -31,8 +31,9 @@ QuorvinApp::QuorvinApp(const Platform& platform)
 
 QuorvinApp::~QuorvinApp() {
     m_appDelegate.applicationWillTerminate();
-    // Before the engine that its content lives in.
+    // Before the engine that its content lives in; no event loop will do it.
     m_appState.compactWindowController().close();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
 bool QuorvinApp::run() {

@@ -460,7 +460,7 @@ private:
     void startRecordingInternal();
     void requestMicrophoneAccess();
     void captureTargetApplication();
-    /// Process ids of the running terminals, one a row of the terminal table, in its order.
+    /// The running terminals, one a row of the terminal table, in its order.
     [[nodiscard]] std::vector<RunningApplication> runningTerminals() const;
     static Task<> recordingTick(QPointer<AppState> self, Scheduler& scheduler,
                                 CancellationToken token);

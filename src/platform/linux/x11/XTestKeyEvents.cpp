@@ -45,13 +45,15 @@ Task<KeyEvents::Result> XTestKeyEvents::postWhenPossible(Scheduler& scheduler,
         while (keyboard->isUsable() && isTooEarly() && scheduler.monotonicTime() < bound) {
             co_await scheduler.sleep(pollPeriod);
         }
-        keyboard->stopExpectingActivation();
     }
-    if (!keyboard->isUsable()) {
+    if (!keyboard->isUsable()) { // its display may have gone meanwhile
         co_return Result::notPossibleHere;
     }
-    co_return event.direction == KeyEvent::Direction::down ? keyboard->press(event, process)
-                                                           : keyboard->release(event.key);
+    if (event.direction == KeyEvent::Direction::up) {
+        co_return keyboard->release(event.key);
+    }
+    keyboard->stopExpectingActivation();
+    co_return keyboard->press(event, process);
 }
 
 } // namespace quorvin
