@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
 """Makes the three interface sounds as MP3 files: make_sounds.py DIRECTORY
 
-They are computed here from sines and noise and encoded with lame. The program plays "ui-sound" at
-1.5 and "vinyl-stop" at 1.6 times the speed, which raises their pitch as much, so that both are
-written lower and longer than they are heard.
+They are computed here from sines and noise and encoded with lame, which "setup.sh sounds" installs.
+The program plays "ui-sound" at 1.5 and "vinyl-stop" at 1.6 times the speed, which raises their
+pitch as much, so that both are written lower and longer than they are heard.
 """
 
 import math

@@ -6,6 +6,7 @@
 #   setup.sh test     what the tests, those of packages among them, and the demonstration need
 #   setup.sh fuzz     what the fuzz targets need besides
 #   setup.sh lint     what checking the sources needs besides
+#   setup.sh sounds   what scripts/make_sounds.py needs
 set -euo pipefail
 
 run_packages=(
@@ -18,7 +19,7 @@ run_packages=(
     qml6-module-qtqml qml6-module-qtqml-workerscript qml6-module-qtquick
     qml6-module-qtquick-controls qml6-module-qtquick-layouts qml6-module-qtquick-templates
     qml6-module-qtquick-window
-    fonts-inter fonts-dejavu-core lame pulseaudio python3 xdotool xvfb
+    fonts-inter fonts-dejavu-core lsof procps pulseaudio python3 xdotool xvfb
 )
 package_packages=(dpkg-dev librsvg2-bin)
 test_packages=(
@@ -30,6 +31,7 @@ test_packages=(
 )
 fuzz_packages=(clang libclang-rt-dev)
 lint_packages=(clang-format clang-tidy git)
+sounds_packages=(lame python3)
 
 case "${1:-}" in
     run) packages=("${run_packages[@]}") ;;
@@ -37,8 +39,9 @@ case "${1:-}" in
     test) packages=("${test_packages[@]}") ;;
     fuzz) packages=("${fuzz_packages[@]}") ;;
     lint) packages=("${lint_packages[@]}") ;;
+    sounds) packages=("${sounds_packages[@]}") ;;
     *)
-        echo "usage: $0 run|package|test|fuzz|lint" >&2
+        echo "usage: $0 run|package|test|fuzz|lint|sounds" >&2
         exit 2
         ;;
 esac

@@ -49,7 +49,7 @@ def dictate(running, desktop, output):
     running.record()
     tell("Saying: " + SENTENCE)
     with desktop.sound.playing(desktop.speech.wav(SENTENCE)):
-        running.wait_until(lambda: running.state() == "REC 00:02", "the second second of the take")
+        running.wait_until(lambda: running.state() >= "REC 00:02", "two seconds of the take")
         running.screenshot(os.path.join(output, "2-recording.png"))
     running.press("ctrl+r")
     running.wait_until_idle()

@@ -2,11 +2,11 @@
 
 import json
 import os
-import pathlib
 import re
 import subprocess
 
 from desktop import AgentTerminal, speaking_engine, wait_until, word_errors
+from desktop.program import RECORDING_STARTED
 from program_test import SENTENCE, ProgramTest
 
 TOGGLE = "ctrl+grave"
@@ -14,7 +14,6 @@ STOP = "alt+space"
 SEND = "super+Right"
 # Control+Backtick, Option+Space and Command+Right as xterm writes them.
 TYPED_BY_HOT_KEYS = re.compile("\x00|\xa0|\x1b\\[C")
-RECORDING_STARTED = "Recording started successfully"
 
 
 class CompactTests(ProgramTest):
@@ -32,7 +31,7 @@ class CompactTests(ProgramTest):
             program.paste_draft(draft)
         self.focus_terminal()
         self.press(toggle)
-        program.wait_until(lambda: self.panel(program), "the panel")
+        program.wait_until(program.panel, "the panel")
         program.wait_until(
             lambda: self.main_window not in self.desktop.display.windows_of(program.pid),
             "the end of the main window")
@@ -46,26 +45,8 @@ class CompactTests(ProgramTest):
         """As a user does, whose keys go to whatever has the focus."""
         self.desktop.display.press(keys)
 
-    def panel(self, program):
-        """Its x, y, width and height on the screen, or nothing."""
-        for window in self.desktop.display.windows_of(program.pid):
-            geometry = self.desktop.display.geometry(window)
-            if geometry[2:] == (360, 72):
-                return geometry
-        return None
-
-    def click(self, program, x, y):
-        """Clicks a point of the panel."""
-        left, top, *_ = self.panel(program)
-        self.desktop.display.click(left + x, top + y)
-
-    def click_strip(self, program):
-        self.click(program, 180, 24)
-
     def record(self, program):
-        before = program.log.count(RECORDING_STARTED)
-        self.click_strip(program)
-        program.wait_for_log(RECORDING_STARTED, before + 1)
+        program.begin_take(lambda: self.desktop.display.click(*program.strip()))
         self.assert_terminal_has_the_focus()
 
     def assert_terminal_has_the_focus(self):
@@ -158,11 +139,7 @@ class CompactTests(ProgramTest):
 
     def drop(self, program, path):
         """Drags a file from another program onto the strip."""
-        source = self.desktop.display.open_program(os.environ["QUORVIN_DRAG_SOURCE"],
-                                                   pathlib.Path(path).as_uri())
-        x, y, width, height = self.desktop.display.geometry(source)
-        left, top, *_ = self.panel(program)
-        self.desktop.display.drag((x + width // 2, y + height // 2), (left + 180, top + 24))
+        self.desktop.display.drag_from(self.desktop.display.offer_file(path), program.strip())
         program.wait_for_control("Remove " + os.path.basename(path))
         self.focus_terminal()
 
@@ -180,7 +157,8 @@ class CompactTests(ProgramTest):
         program = self.start_in_compact_mode("see here")
         self.drop(program, self.home.write_temporary("shot.png"))
 
-        self.click(program, 345, 35)
+        left, top = program.panel()
+        self.desktop.display.click(left + 345, top + 35)
         program.wait_until_gone("Remove shot.png")
 
         self.assertNotIn(RECORDING_STARTED, program.log)
@@ -188,18 +166,19 @@ class CompactTests(ProgramTest):
 
     def test_the_panel_comes_back_where_it_was_dragged(self):
         program = self.start_in_compact_mode()
-        left, top, *_ = self.panel(program)
+        place = program.panel()
+        x, y = program.strip()
 
-        self.desktop.display.drag((left + 180, top + 24), (left + 60, top - 276))
-        program.wait_until(lambda: self.panel(program) != (left, top, 360, 72), "the move")
-        moved = self.panel(program)
+        self.desktop.display.drag((x, y), (x - 120, y - 300))
+        program.wait_until(lambda: program.panel() != place, "the move")
+        moved = program.panel()
         self.assert_terminal_has_the_focus()
         self.assertNotIn(RECORDING_STARTED, program.log)
         self.leave_compact_mode(program)
         self.focus_terminal()
         self.press(TOGGLE)
 
-        program.wait_until(lambda: self.panel(program) == moved, "the panel in its place")
+        program.wait_until(lambda: program.panel() == moved, "the panel in its place")
 
     def test_a_second_start_leaves_the_panel_alone(self):
         program = self.start_in_compact_mode()
@@ -233,5 +212,5 @@ class CompactTests(ProgramTest):
         self.press("ctrl+alt+grave")
         self.record(program)  # comes later, and is seen
 
-        self.assertIsNotNone(self.panel(program))
+        self.assertIsNotNone(program.panel())
         self.press("Escape")

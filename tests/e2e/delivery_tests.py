@@ -18,12 +18,13 @@ UNICODE_DRAFT = ("Fix the naïve parser: “quotes”, ¡señal!, Ω ≠ 漢字,
                  "$(echo `not run`) \\n 'single' \"double\" {brace} ~ ! # %d")
 
 
-def sees_other_agents():
-    """Whether agents run in terminals that are not the test's."""
+def skip_beside_other_agents(test):
+    """Skips it where agents run in terminals that are not its own."""
     rows = subprocess.run(["ps", "-ax", "-o", "tty=,comm="], check=True, capture_output=True,
                           encoding="utf-8").stdout.split("\n")
-    return any(tty != "?" and name.lower().startswith(("claude", "opencode"))
-               for tty, _, name in (row.partition(" ") for row in rows))
+    if any(tty != "?" and name.lstrip().lower().startswith(("claude", "opencode"))
+           for tty, _, name in (row.partition(" ") for row in rows)):
+        test.skipTest("the program would find the agents that run on this machine")
 
 
 class DeliveryCase(ProgramTest):
@@ -31,8 +32,7 @@ class DeliveryCase(ProgramTest):
 
     def setUp(self):
         super().setUp()
-        if sees_other_agents():
-            self.skipTest("the program would find the agents that run on this machine")
+        skip_beside_other_agents(self)
 
     def open_terminal(self, **details):
         return self.enterContext(AgentTerminal(self.desktop, self.home, **details))

@@ -6,6 +6,7 @@ import subprocess
 import sys
 import unittest
 
+from delivery_tests import skip_beside_other_agents
 from desktop import word_errors
 from program_test import SENTENCE
 
@@ -14,6 +15,7 @@ DEMO = os.path.join(os.path.dirname(os.path.abspath(__file__)), "../../scripts/d
 
 class DemoTests(unittest.TestCase):
     def test_it_shows_the_way_of_a_sentence(self):
+        skip_beside_other_agents(self)
         output = os.path.join(os.environ["QUORVIN_E2E_OUTPUT"], "demo")
         shutil.rmtree(output, ignore_errors=True)
 

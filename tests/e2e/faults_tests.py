@@ -5,6 +5,7 @@ import os
 import subprocess
 
 from desktop import Desktop, speaking_engine
+from desktop.mounts import with_mounts
 from program_test import ProgramTest
 
 NO_SOUND_SERVER = "No sound server answers: nothing can be recorded"
@@ -20,9 +21,9 @@ WITHOUT_NETWORK = ("unshare", "--net", "--map-root-user")
 
 def with_read_only(*directories):
     """A command line that starts the one that follows it, for which nobody can write there."""
-    mounts = "".join("mount --bind '%s' '%s' && mount -o remount,bind,ro '%s' && " % ((path,) * 3)
-                     for path in directories)
-    return ("unshare", "--mount", "--map-root-user", "sh", "-c", mounts + 'exec "$@"', "sh")
+    return with_mounts("\n".join(
+        "mount --bind '%s' '%s'\nmount -o remount,bind,ro '%s'" % ((path,) * 3)
+        for path in directories))
 
 
 class FaultCase(ProgramTest):
@@ -197,8 +198,7 @@ class BlindCase(FaultCase):
         return program
 
     def assert_usable_blindly(self, program):
-        program.press("ctrl+r")
-        program.wait_for_log("Recording started successfully")
+        program.begin_take(lambda: program.press("ctrl+r"))
         self.say("run the tests")
         program.press("ctrl+r")
         result = 'Transcription result: "%s"' % SAID

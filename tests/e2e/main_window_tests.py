@@ -1,7 +1,6 @@
 """The main window as a whole: from the voice to the draft, the images, the agents, the history."""
 
 import os
-import pathlib
 
 from delivery_tests import DeliveryCase
 from desktop import speaking_engine, word_errors
@@ -30,11 +29,8 @@ class MainWindowTests(DeliveryCase):
     def drag_into_draft(self, program, path):
         """Drags a file from another program onto the draft's editor."""
         x, y, width, height = program.extents("Draft")
-        source = self.desktop.display.open_program(os.environ["QUORVIN_DRAG_SOURCE"],
-                                                   pathlib.Path(path).as_uri())
-        left, top, source_width, source_height = self.desktop.display.geometry(source)
-        self.desktop.display.drag((left + source_width // 2, top + source_height // 2),
-                                  (x + width // 2, y + height // 2))
+        self.desktop.display.drag_from(self.desktop.display.offer_file(path),
+                                       (x + width // 2, y + height // 2))
 
     def test_a_spoken_draft_is_edited_and_sent_with_two_images(self):
         program, [terminal] = self.open_program_with({})

@@ -1,6 +1,7 @@
 """The banners that tell a user who looks elsewhere."""
 
-from desktop import AgentTerminal, Desktop, speaking_engine
+from delivery_tests import DeliveryCase
+from desktop import Desktop, speaking_engine
 from program_test import ProgramTest
 
 DEVICE = "device"
@@ -65,15 +66,6 @@ class NotificationTests(NotificationCase):
         text = "abcdéfghi " * 10 + "k"
         self.assert_transcription_is_told_as(text, "abcdéfghi " * 10 + "...")
 
-    def test_a_delivery_is_told(self):
-        self.enterContext(AgentTerminal(self.desktop, self.home))
-        program = self.start_ready_program()
-        program.paste_draft("hello")
-
-        program.click("Claude")
-
-        self.assert_banner(program, "Sent to Claude", "Text delivered successfully", COMPLETE)
-
     def test_a_later_take_replaces_the_banners_of_the_one_before(self):
         self.home.install_engine(speaking_engine("first"))
         program = self.start_ready_program()
@@ -109,7 +101,18 @@ class NotificationTests(NotificationCase):
         self.assertNotIn("Recording Started", [it.title for it in self.server.received])
 
 
-class FailedDeliveryTests(NotificationCase):
+class DeliveryNotificationTests(NotificationCase, DeliveryCase):
+    def test_a_delivery_is_told(self):
+        self.open_terminal()
+        program = self.start_ready_program()
+        program.paste_draft("hello")
+
+        program.click("Claude")
+
+        self.assert_banner(program, "Sent to Claude", "Text delivered successfully", COMPLETE)
+
+
+class FailedDeliveryTests(NotificationCase, DeliveryCase):
     """Where no program may press keys in the windows of another one."""
 
     @staticmethod
@@ -117,7 +120,7 @@ class FailedDeliveryTests(NotificationCase):
         return Desktop(lets_inject_keys=False)
 
     def test_a_failed_delivery_is_told(self):
-        self.enterContext(AgentTerminal(self.desktop, self.home))
+        self.open_terminal()
         self.home.install_engine(speaking_engine("hello"))
         program = self.start_ready_program()
         program.record()

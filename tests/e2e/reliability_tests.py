@@ -23,8 +23,8 @@ def hanging_engine(command):
 
 
 def engine_of_bytes(stream):
-    """Writes what is no UTF-8 to a stream."""
-    return "#!/bin/sh\nprintf '\\377\\376\\n' >&%d\n" % stream
+    """Speaks, and writes what is no UTF-8 to a stream."""
+    return speaking_engine(SAID) + "printf '\\377\\376\\n' >&%d\n" % stream
 
 
 class EngineFaultTests(FaultCase):
@@ -54,8 +54,7 @@ class EngineFaultTests(FaultCase):
 
         self.assert_draft_can_be_edited(program)
         self.home.install_engine(speaking_engine(SAID))
-        program.press("ctrl+r")
-        program.wait_for_log("Recording started successfully", 2)
+        program.begin_take(lambda: program.press("ctrl+r"))
         self.say("run the tests")
         program.press("ctrl+r")
 
@@ -75,14 +74,20 @@ class EngineFaultTests(FaultCase):
 
     def test_output_that_is_no_text_costs_only_its_own_take(self):
         program = self.start_ready_program()
-        for stream in (1, 2):
-            self.home.install_engine(engine_of_bytes(stream))
-            self.take(program)
-            program.wait_for_log("Keep-warm started", stream + 1)
-            program.wait_until_idle()
-            self.assertEqual(program.draft(), "")
+        self.home.install_engine(engine_of_bytes(1))
+
+        self.take(program)
+        program.wait_for_log("Keep-warm started", 2)
+        program.wait_until_idle()
+        self.assertEqual(program.draft(), "")
 
         self.home.install_engine(speaking_engine(SAID))
+        self.assert_usable(program)
+
+    def test_complaints_that_are_no_text_cost_nothing(self):
+        program = self.start_ready_program()
+        self.home.install_engine(engine_of_bytes(2))
+
         self.assert_usable(program)
 
 
@@ -236,7 +241,7 @@ class LostBusTests(BlindCase):
 
 
 class KeySequenceTests(DeliveryCase):
-    """The text stands at the agent's prompt; Return comes 0.16 s after it was pasted."""
+    """Something happens in the 0.16 s between paste and Return; on a slow machine just after."""
 
     def setUp(self):
         super().setUp()
@@ -247,25 +252,23 @@ class KeySequenceTests(DeliveryCase):
 
     def send_until_pasted(self):
         self.program.click("Claude")
-        wait_until(lambda: self.terminal.prompt == SENTENCE, "the pasted text")
+        wait_until(lambda: self.terminal.pasted == [SENTENCE], "the pasted text")
 
     def test_a_terminal_that_dies_before_return_costs_only_the_delivery(self):
         self.send_until_pasted()
         self.terminal.kill()
 
         self.program.wait_for_activity("Sent to Claude successfully")
-        self.assertEqual(self.terminal.submitted, [])
+        self.assertIn(self.terminal.submitted, ([], [SENTENCE]))
         self.assertEqual(self.desktop.display.read_with_xclip("clipboard"), SENTENCE)
         self.program.click("Clear")  # Return went to whatever was in front then.
         self.program.paste_draft("the next one")
 
     def test_a_clipboard_that_is_taken_before_return_changes_no_text(self):
         self.send_until_pasted()
-        was_submitted = bool(self.terminal.submitted)
         self.desktop.display.copy("of another program")
 
         self.terminal.wait_for_submission()
-        self.assertFalse(was_submitted)
         self.assertEqual(self.terminal.submitted, [SENTENCE])
         self.program.wait_for_activity("Sent to Claude successfully")
         self.assertEqual(self.desktop.display.read_with_xclip("clipboard"), "of another program")
@@ -276,6 +279,5 @@ class KeySequenceTests(DeliveryCase):
         self.program.end()
 
         prompt = self.terminal.type_to_prompt("x")
-        # Where the machine is slow, it was submitted before the end.
         self.assertIn((self.terminal.submitted, prompt),
                       [([], SENTENCE + "x"), ([SENTENCE], "x")])

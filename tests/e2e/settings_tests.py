@@ -16,6 +16,8 @@ TOGGLES = {
     "Always on Top": ("alwaysOnTop", True),
     "UI Sounds": ("soundsEnabled", True),
 }
+# Themes and their grounds.
+GROUNDS = {"Latte": "#EFF1F5", "Mocha": "#1E1E2E", "Synthwave": "#0D0015", "Neon": "#0A0A0F"}
 
 
 class SettingsTests(ProgramTest):
@@ -156,8 +158,6 @@ class SettingsTests(ProgramTest):
         program.click_control("Updates")
         self.wait_for_texts(program, "Up to date", "Profiled via os_signpost (view in Instruments)",
                             "Geist typeface across the whole app")
-        program.click_control("Check Now")
-        program.wait_for_control("Check Now")
         program.click_control("About")
         self.wait_for_texts(program, "Platform", "Loaded", "Run Test")
 
@@ -174,16 +174,21 @@ class SettingsTests(ProgramTest):
         program.click_control("Open Wizard")
 
         program.wait_until(lambda: not self.stored("onboardingComplete"), "a user without wizard")
+        program.wait_for_control("Get Started")
 
     def test_they_close_again_and_again_while_a_theme_fades_in(self):
         program = self.start_ready_program()
         main_window = program.wait_for_window()
-        for theme in ("Latte", "Mocha", "Synthwave", "Neon") * 6:
+        left, top, _, height = self.desktop.display.geometry(main_window)
+        for theme, ground in [*GROUNDS.items()] * 6:
             self.open_settings(program, "Appearance")
             program.click_control(theme)
             self.desktop.display.press("Escape")
             program.wait_until(lambda: self.windows(program) == [main_window],
                                "the end of the settings")
+            program.wait_until(
+                lambda: self.desktop.display.column(left + 10, top, height).count(ground)
+                > height // 2, "the main window in %s" % theme)
         program.end()  # or it has crashed
 
     def test_the_arrow_keys_walk_through_the_sections(self):

@@ -1,7 +1,5 @@
 """What the desktop sees of the program: its windows, and that it goes on without them."""
 
-import json
-
 from desktop import StatusNotifierWatcher
 from program_test import ProgramTest
 
@@ -31,25 +29,26 @@ class ShellTests(ProgramTest):
         [window] = program.wait_until(lambda: self.windows(program), "the window again")
         program.wait_until(lambda: self.desktop.display.focused_window() == window, "its focus")
 
-    def test_a_theme_is_chosen_in_the_settings_and_kept(self):
-        program = self.start_ready_program()
+    def open_settings(self, program):
+        """Returns the number of the main window and of theirs."""
         main_window = program.wait_for_window()
         program.press("ctrl+comma")
         program.wait_until(lambda: len(self.windows(program)) == 2, "the settings")
         [settings] = set(self.windows(program)) - {main_window}
-        self.assertGreaterEqual(self.desktop.display.geometry(settings)[2:], (780, 560))
+        return main_window, settings
 
-        program.click_control("Appearance")
-        program.click_control("Forest")
+    def test_the_settings_have_room_for_their_sections(self):
+        program = self.start_ready_program()
 
-        program.wait_until(lambda: self.stored().get("selectedTheme") == "forest", "the choice")
+        _, settings = self.open_settings(program)
+
+        _, _, width, height = self.desktop.display.geometry(settings)
+        self.assertGreaterEqual(width, 780)
+        self.assertGreaterEqual(height, 560)
 
     def test_the_settings_open_once(self):
         program = self.start_ready_program()
-        main_window = program.wait_for_window()
-        program.press("ctrl+comma")
-        program.wait_until(lambda: len(self.windows(program)) == 2, "the settings")
-        [settings] = set(self.windows(program)) - {main_window}
+        main_window, settings = self.open_settings(program)
 
         self.desktop.display.focus(main_window)
         self.desktop.display.press("ctrl+comma")
@@ -93,7 +92,3 @@ class ShellTests(ProgramTest):
         program.wait_until(lambda: tray.icon() != idle, "another icon")
         program.press("Escape")
         program.wait_until(lambda: tray.icon() == idle, "the icon of rest")
-
-    def stored(self):
-        with open(self.home.settings_path, encoding="utf-8") as settings:
-            return json.load(settings)

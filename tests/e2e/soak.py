@@ -2,7 +2,6 @@
 
 import itertools
 import os
-import pathlib
 import shutil
 import time
 from dataclasses import astuple, dataclass, fields
@@ -15,7 +14,6 @@ SAID = "a take"
 THEMES = ("Latte", "Mocha", "Synthwave", "Neon")
 PICTURE = SOURCE_TREE / "docs/pictures/compact-recording.png"
 PLACES_OF_FILES = ("TMPDIR", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_RUNTIME_DIR")
-PANEL_SIZE = (360, 72)
 # Threads that wait for work in vain end after half a minute.
 REST_SECONDS = 60
 
@@ -71,9 +69,8 @@ class Soak:
         self._home = home
         self._terminal = terminal
         self._main_window = program.wait_for_window()
-        self._picture = shutil.copy(PICTURE, home.write_temporary("picture.png"))
-        self._drag_source = self._display.open_program(os.environ["QUORVIN_DRAG_SOURCE"],
-                                                       pathlib.Path(self._picture).as_uri())
+        self._picture_window = self._display.offer_file(
+            shutil.copy(PICTURE, home.write_temporary("picture.png")))
         self._themes = itertools.cycle(THEMES)
         self._in_main_window = itertools.cycle((self._send, self._cancel, self._edit,
                                                 self._send_with_image, self._change_theme))
@@ -106,9 +103,7 @@ class Soak:
     def _lasting_take(self, begin, end, result):
         """A take by two ways to press something; returns when the next one can begin."""
         log = self._program.log
-        begin()
-        self._program.wait_for_log("Recording started successfully",
-                                   log.count("Recording started successfully") + 1)
+        self._program.begin_take(begin)
         time.sleep(TAKE_SECONDS)
         end()
         for line in (result, "Keep-warm started"):
@@ -120,8 +115,7 @@ class Soak:
                            lambda: self._program.press(end), result)
 
     def _take_in_terminal(self, end="alt+space", result='Transcription result: "%s"' % SAID):
-        left, top = self._panel()
-        self._lasting_take(lambda: self._display.click(left + 180, top + 24),
+        self._lasting_take(lambda: self._display.click(*self._program.strip()),
                            lambda: self._display.press(end), result)
 
     def _cancel(self):
@@ -155,22 +149,20 @@ class Soak:
     def _wait_for_draft(self, text):
         self._program.wait_until(lambda: self._program.draft() == text, "the draft %r" % text)
 
-    def _drag_picture(self, x, y):
-        left, top, width, height = self._display.geometry(self._drag_source)
-        self._display.focus(self._drag_source)
-        self._display.drag((left + width // 2, top + height // 2), (x, y))
+    def _drag_picture(self, end):
+        self._display.focus(self._picture_window)
+        self._display.drag_from(self._picture_window, end)
         self._program.wait_for_control("Remove picture.png")
 
     def _send_with_image(self):
         x, y, width, height = self._program.extents("Draft")
         self._display.focus(self._main_window)
-        self._drag_picture(x + width // 2, y + height // 2)
+        self._drag_picture((x + width // 2, y + height // 2))
         self._send()
         self._program.wait_until_gone("Remove picture.png")
 
     def _show_to_terminal(self):
-        left, top = self._panel()
-        self._drag_picture(left + 180, top + 24)
+        self._drag_picture(self._program.strip())
         self._display.focus(self._terminal.window)
         self._speak_to_terminal()
         self._program.wait_until_gone("Remove picture.png")
@@ -190,21 +182,13 @@ class Soak:
     def _windows(self):
         return self._display.windows_of(self._program.pid)
 
-    def _panel(self):
-        """Its left and top edge, or nothing."""
-        for window in self._windows():
-            left, top, *size = self._display.geometry(window)
-            if tuple(size) == PANEL_SIZE:
-                return left, top
-        return None
-
     def _toggle(self):
         self._display.focus(self._terminal.window)
         self._display.press("ctrl+grave")
 
     def _enter_compact_mode(self):
         self._toggle()
-        self._program.wait_until(self._panel, "the panel")
+        self._program.wait_until(self._program.panel, "the panel")
         self._program.wait_until(lambda: self._main_window not in self._windows(),
                                  "the end of the main window")
 

@@ -62,6 +62,20 @@ class UpdateTests(ProgramTest):
         self.assertEqual(headers["Accept"], "application/json")
         self.assertEqual(headers["Cache-Control"], "no-cache")
 
+    def test_the_settings_ask_again(self):
+        with Store(200, b'{"version": "0.0.1"}') as store:
+            program = self.start_with_updates_from(store.endpoint)
+            program.press("ctrl+comma")
+            program.click_control("Updates")
+            program.wait_for_control("Up to date")
+            program.wait_until(lambda: store.requests, "the question of the start")
+            store.body = MANIFEST.encode()
+
+            program.click_control("Check Now")
+
+            program.wait_until(lambda: len(store.requests) == 2, "another question")
+            program.wait_for_control("9.9.9 available")
+
     def test_the_status_of_the_answer_is_not_looked_at(self):
         with Store(404, MANIFEST.encode()) as store:
             self.start_with_updates_from(store.endpoint).wait_for_activity(ANNOUNCEMENT)

@@ -1,6 +1,7 @@
 """A virtual X display, its mouse, keyboard and clipboard, and pictures of it."""
 
 import os
+import pathlib
 import re
 import subprocess
 
@@ -118,6 +119,15 @@ class VirtualDisplay:
         [window] = child.wait_until(lambda: self.windows_of(child.pid), "a window")
         return window
 
+    def offer_file(self, path):
+        """Opens a window from which a file can be dragged and returns its number."""
+        return self.open_program(os.environ["QUORVIN_DRAG_SOURCE"], pathlib.Path(path).as_uri())
+
+    def drag_from(self, window, end):
+        """Drags from the middle of a window to a point of the screen."""
+        left, top, width, height = self.geometry(window)
+        self.drag((left + width // 2, top + height // 2), end)
+
     def geometry(self, window):
         """Left edge, top edge, width and height on the screen."""
         values = dict(line.split("=") for line in
@@ -188,9 +198,9 @@ class VirtualDisplay:
         return result.stdout.decode("utf-8") if result.returncode == 0 else ""
 
     def column(self, x, top, height):
-        """The colours of a column of pixels of the screen, as ImageMagick writes them."""
+        """The colours of a column of pixels of the screen, "#1E1E2E" for instance."""
         pixels = self._output("import", "-window", "root", "-crop",
-                              "1x%d+%d+%d" % (height, x, top), "txt:-")
+                              "1x%d+%d+%d" % (height, x, top), "-depth", "8", "txt:-")
         return [line.split()[2] for line in pixels.splitlines() if not line.startswith("#")]
 
     def screenshot(self, path):

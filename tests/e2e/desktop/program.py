@@ -16,6 +16,7 @@ QT_ENVIRONMENT = {
 
 # What Qt tells assistive tools where a text has a line break.
 QT_LINE_BREAK = "\N{PARAGRAPH SEPARATOR}"
+PANEL_SIZE = (360, 72)
 RECORDING_STARTED = "Recording started successfully"
 
 
@@ -152,6 +153,19 @@ class Program:
                 return control.name
         return ""
 
+    def panel(self):
+        """Left and top edge of the compact panel; None without one."""
+        for window in self._desktop.display.windows_of(self._child.pid):
+            left, top, *size = self._desktop.display.geometry(window)
+            if tuple(size) == PANEL_SIZE:
+                return left, top
+        return None
+
+    def strip(self):
+        """A point of the panel's strip on the screen."""
+        left, top = self.panel()
+        return left + 180, top + 24
+
     def press(self, keys):
         """Presses keys in the program's window."""
         self.bring_to_front()
@@ -206,11 +220,15 @@ class Program:
     def screenshot(self, path):
         self._desktop.display.screenshot(path)
 
+    def begin_take(self, press):
+        """Starts a take by what `press` does and returns when the microphone is open."""
+        before = self.log.count(RECORDING_STARTED)
+        press()
+        self.wait_for_log(RECORDING_STARTED, before + 1)
+
     def record(self):
         """Starts a take by mouse and returns when the microphone is open."""
-        before = self.log.count(RECORDING_STARTED)
-        self.click("Record")
-        self.wait_for_log(RECORDING_STARTED, before + 1)
+        self.begin_take(lambda: self.click("Record"))
 
     def stop_recording(self):
         """Ends the take by mouse and returns when its transcription has ended as well."""

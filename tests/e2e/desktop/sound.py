@@ -89,11 +89,14 @@ class SoundServer:
 
     @contextmanager
     def playing(self, path):
-        """Plays a WAV file into the microphone during the block and to its end after it."""
+        """Plays a WAV file into the microphone during the block and to its end after it.
+
+        The block gets a function that tells whether it still plays.
+        """
         player = subprocess.Popen(["paplay", "--device=" + MICROPHONE_INPUT, path],
                                   env=self._environment)
         try:
-            yield
+            yield lambda: player.poll() is None
             if player.wait(PLAYING_TIMEOUT_SECONDS) != 0:
                 raise AssertionError("could not play " + path)
         finally:

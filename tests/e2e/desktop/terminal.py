@@ -46,18 +46,14 @@ class AgentTerminal:
             return json.load(file)
 
     @property
-    def tty(self):
-        return self._state()["tty"]
+    def pasted(self):
+        """The texts that were pasted into the agent's prompt, oldest first."""
+        return self._state()["pasted"]
 
     @property
     def submitted(self):
         """The texts that the agent was told, oldest first."""
         return self._state()["submitted"]
-
-    @property
-    def prompt(self):
-        """What stands at the agent's prompt."""
-        return self._state()["prompt"]
 
     def wait_for_submission(self):
         self._child.wait_until(lambda: self.submitted, "a text submitted to the agent")
