@@ -6,10 +6,10 @@
 #include "platform/qt/QtScheduler.h"
 #include "services/agents/KeystrokeInjector.h"
 #include "support/Quantile.h"
+#include "support/XServer.h"
 
 #include <QCoreApplication>
 #include <QEventLoop>
-#include <QProcess>
 
 #include <array>
 #include <chrono>
@@ -99,25 +99,17 @@ std::vector<double> deviationsOfOne(Scheduler& scheduler, KeyEvents& keys) {
 
 int main(int argc, char** argv) {
     const QCoreApplication application(argc, argv);
-    QProcess server;
-    server.setStandardErrorFile(QProcess::nullDevice());
-    server.start(u"Xvfb"_s, {u"-displayfd"_s, u"1"_s, u"-nolisten"_s, u"tcp"_s});
-    while (!server.canReadLine() && server.waitForReadyRead()) {
+    const testing::XServer server;
+    XcbConnection connection(server.display());
+    QtScheduler scheduler;
+    XTestKeyEvents keys(scheduler, connection);
+    std::vector<double> deviations;
+    for (int i = 0; i < deliveries; ++i) {
+        const std::vector<double> one = deviationsOfOne(scheduler, keys);
+        deviations.insert(deviations.end(), one.begin(), one.end());
     }
-    {
-        XcbConnection connection(':' + server.readLine().trimmed());
-        QtScheduler scheduler;
-        XTestKeyEvents keys(scheduler, connection);
-        std::vector<double> deviations;
-        for (int i = 0; i < deliveries; ++i) {
-            const std::vector<double> one = deviationsOfOne(scheduler, keys);
-            deviations.insert(deviations.end(), one.begin(), one.end());
-        }
-        std::printf("delivery_jitter_median %.3g ms\n", bench::quantile(deviations, 0.5));
-        std::printf("delivery_jitter_p99 %.3g ms\n", bench::quantile(deviations, 0.99));
-        std::printf("delivery_jitter_max %.3g ms\n", bench::quantile(deviations, 1));
-    }
-    server.kill();
-    server.waitForFinished();
+    std::printf("delivery_jitter_median %.3g ms\n", bench::quantile(deviations, 0.5));
+    std::printf("delivery_jitter_p99 %.3g ms\n", bench::quantile(deviations, 0.99));
+    std::printf("delivery_jitter_max %.3g ms\n", bench::quantile(deviations, 1));
     return EXIT_SUCCESS;
 }

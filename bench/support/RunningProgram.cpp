@@ -1,5 +1,7 @@
 #include "RunningProgram.h"
 
+#include "support/BoundProcess.h"
+
 #include <QDir>
 #include <QFile>
 
@@ -29,23 +31,17 @@ void write(const QString& path, const QByteArray& text) {
 
 } // namespace
 
-Desktop::Desktop() : m_environment(QProcessEnvironment::systemEnvironment()) {
+Desktop::Desktop() {
     m_soundServer.start({testing::sinkModule(u"room"_s, 48000, 2),
                          testing::microphoneModule(u"mic"_s, u"room"_s, u"Desk Microphone"_s),
                          testing::toneModule(u"room"_s, 440)});
-    m_display.setStandardErrorFile(QProcess::nullDevice());
-    m_display.start(u"Xvfb"_s, {u"-displayfd"_s, u"1"_s, u"-nolisten"_s, u"tcp"_s, u"-screen"_s,
-                                u"0"_s, u"1280x1024x24"_s});
-    while (!m_display.canReadLine() && m_display.waitForReadyRead(patience)) {
-    }
     const QString home = m_home.path();
     write(home + u"/bin/whisper-cpp"_s, "#!/bin/sh\necho ' a few words'\n");
     write(home + u"/models/ggml-base.bin"_s, "No model is read here.\n");
     write(home + u"/config/quorvin/settings.json"_s, R"({"onboardingComplete": true})");
     QDir(home).mkpath(u"run"_s);
 
-    m_environment = QProcessEnvironment::systemEnvironment(); // with the server's address
-    m_environment.insert(u"DISPLAY"_s, u':' + QString::fromLatin1(m_display.readLine()).trimmed());
+    m_environment.insert(u"DISPLAY"_s, QString::fromLatin1(m_display.display()));
     m_environment.insert(u"HOME"_s, home);
     m_environment.insert(u"PATH"_s, home + u"/bin:/usr/bin:/bin"_s);
     m_environment.insert(u"TMPDIR"_s, home);
@@ -55,11 +51,6 @@ Desktop::Desktop() : m_environment(QProcessEnvironment::systemEnvironment()) {
     m_environment.insert(u"XDG_RUNTIME_DIR"_s, home + u"/run"_s);
     m_environment.insert(u"QT_QPA_PLATFORM"_s, u"xcb"_s);
     m_environment.insert(u"QT_FORCE_STDERR_LOGGING"_s, u"1"_s);
-}
-
-Desktop::~Desktop() {
-    m_display.kill();
-    m_display.waitForFinished(patience);
 }
 
 void Desktop::press(const QString& keys) const {
@@ -118,7 +109,7 @@ void Desktop::run(const QString& program, const QStringList& arguments) const {
 RunningProgram::RunningProgram(const QProcessEnvironment& environment) {
     m_process.setProcessEnvironment(environment);
     m_process.setReadChannel(QProcess::StandardError);
-    m_process.start(QStringLiteral(QUORVIN_PROGRAM), {});
+    testing::startBound(m_process, {QStringLiteral(QUORVIN_PROGRAM)});
 }
 
 RunningProgram::RunningProgram(const Desktop& desktop) : RunningProgram(desktop.environment()) {

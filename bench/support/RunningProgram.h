@@ -1,6 +1,7 @@
 #pragma once
 
 #include "support/SoundServer.h"
+#include "support/XServer.h"
 
 #include <QByteArray>
 #include <QProcess>
@@ -16,7 +17,6 @@ namespace quorvin::bench {
 class Desktop {
 public:
     Desktop();
-    ~Desktop();
 
     [[nodiscard]] const QProcessEnvironment& environment() const { return m_environment; }
 
@@ -34,8 +34,10 @@ private:
 
     testing::SoundServer m_soundServer;
     QTemporaryDir m_home;
-    QProcess m_display;
-    QProcessEnvironment m_environment;
+    testing::XServer m_display{
+        {QStringLiteral("-screen"), QStringLiteral("0"), QStringLiteral("1280x1024x24")}};
+    /// With the sound server's address.
+    QProcessEnvironment m_environment = QProcessEnvironment::systemEnvironment();
 };
 
 /// The real program, from its start to the end of this object.

@@ -1,7 +1,6 @@
 #include "app/QuorvinApp.h"
 
 #include "platform/Scheduler.h"
-#include "views/ViewTypes.h"
 #include "views/compact/QuickCompactPanel.h"
 
 #include <QCoreApplication>
@@ -37,7 +36,6 @@ QuorvinApp::~QuorvinApp() {
 }
 
 bool QuorvinApp::run() {
-    registerViewTypes();
     m_engine.addImportPath(u"qrc:/qt/qml"_s);
     m_engine.setInitialProperties({{u"appState"_s, QVariant::fromValue(&m_appState)}});
     m_engine.load(u"qrc:/qt/qml/Quorvin/MainWindow.qml"_s);

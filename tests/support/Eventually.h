@@ -13,7 +13,7 @@ namespace quorvin::testing {
 /// what other processes do, never for the program's own time.
 [[nodiscard]] inline bool
 eventually(const std::function<bool()>& condition,
-           std::chrono::milliseconds patience = std::chrono::seconds(10)) {
+           std::chrono::milliseconds patience = std::chrono::seconds(20)) {
     constexpr int glance = 5; // milliseconds
     const QDeadlineTimer deadline(patience);
     while (!condition()) {

@@ -1,5 +1,7 @@
 #include "support/SoundServer.h"
 
+#include "support/BoundProcess.h"
+
 #include <algorithm>
 #include <array>
 #include <stdexcept>
@@ -60,8 +62,6 @@ SoundServer::~SoundServer() {
 
 void SoundServer::start(const QStringList& modules) {
     QStringList command{
-        u"setpriv"_s, // a test that dies must not leave a server behind
-        u"--pdeathsig=KILL"_s,
         u"pulseaudio"_s,
         u"-n"_s,
         u"--daemonize=no"_s,
@@ -83,7 +83,7 @@ void SoundServer::start(const QStringList& modules) {
         throw std::runtime_error("No sockets");
     }
     m_console = ends[0];
-    m_process = spawn(command, ends[1]);
+    m_process = spawn(boundCommand(command), ends[1]);
     ::close(ends[1]);
     this->command(u"stat"_s);
 }

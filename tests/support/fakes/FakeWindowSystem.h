@@ -36,7 +36,6 @@ public:
         m_windows.push_back(window);
         return window;
     }
-    void remove(const std::shared_ptr<FakeWindow>& window) { std::erase(m_windows, window); }
     void becomeKey(const std::shared_ptr<FakeWindow>& window) {
         m_key = window;
         for (const auto& weak : std::vector(m_handlers)) {

@@ -2,8 +2,6 @@
 
 #include "platform/UserDefaults.h"
 
-#include <QStringList>
-
 #include <map>
 #include <variant>
 
@@ -32,9 +30,6 @@ public:
     }
     void setDouble(const QString& key, double value) override { set(key, value); }
 
-    /// The key of every write, in order.
-    QStringList writes;
-
 private:
     using Value = std::variant<QString, bool, double>;
 
@@ -47,10 +42,7 @@ private:
         return std::get<T>(found->second);
     }
 
-    void set(const QString& key, Value value) {
-        writes.append(key);
-        m_values[key] = std::move(value);
-    }
+    void set(const QString& key, Value value) { m_values[key] = std::move(value); }
 
     std::map<QString, Value> m_values;
 };

@@ -19,7 +19,6 @@ protected:
         m_delegate->installMonitors();
         return *m_delegate;
     }
-    void endDelegate() { m_delegate.reset(); }
 
     int settingsOpened = 0;
 
@@ -78,12 +77,15 @@ TEST_F(Shell, MonitorsAreInstalledOnceAndEndWithTheProgram) {
 }
 
 TEST_F(Shell, AKeyBeforeTheEndOfTheStateDoesNothingAfterIt) {
+    const auto window = windowSystem.add(u"Quorvin"_s);
     startDelegate();
     keyMonitor.pressElsewhere(toggleKey);
     endProgram();
     scheduler.runPosted();
+    EXPECT_TRUE(window->isVisible());
     keyMonitor.pressElsewhere(toggleKey);
     scheduler.runPosted();
+    EXPECT_TRUE(window->isVisible());
 }
 
 TEST_F(Shell, AFurtherStartInCompactModeChangesNothing) {

@@ -101,5 +101,6 @@ TEST_F(CompactMode, TheLoopEndsWithTheProgram) {
     start().startCompactAnimation();
     scheduler.advance(1s);
     endProgram();
-    scheduler.advance(10s);
+    scheduler.advance(30s); // the longest sleep
+    EXPECT_EQ(scheduler.sleepers(), 0U);
 }

@@ -158,6 +158,10 @@ QList<HistoryEntry> AppStateTest::history() const {
     return m_app->historyService()->recentEntries(50);
 }
 
+QString AppStateTest::historyPath() const {
+    return *bundle.applicationSupport + u"/quorvin/history.db"_s;
+}
+
 QStringList AppStateTest::soundsPlayed() const {
     QStringList names;
     for (const QString& path : soundPlayers.played) {

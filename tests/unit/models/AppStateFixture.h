@@ -82,6 +82,8 @@ protected:
     /// The titles of the banners so far.
     [[nodiscard]] QStringList banners() const;
     [[nodiscard]] QList<HistoryEntry> history() const;
+    /// Where the history's database is.
+    [[nodiscard]] QString historyPath() const;
     /// The names of the sounds so far.
     [[nodiscard]] QStringList soundsPlayed() const;
     [[nodiscard]] double popVolume() const;

@@ -107,4 +107,5 @@ TEST_F(ManualUpdateCheck, TheProgramMayEndMeanwhile) {
     scheduler.runPosted();
     endProgram();
     network.answer(1, std::nullopt);
+    EXPECT_EQ(network.requests.size(), 2U);
 }

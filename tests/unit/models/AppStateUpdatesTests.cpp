@@ -1,7 +1,5 @@
 #include "AppStateFixture.h"
 
-#include <QUrlQuery>
-
 using namespace quorvin;
 using namespace quorvin::testing;
 using namespace Qt::Literals::StringLiterals;
@@ -128,6 +126,9 @@ TEST_F(UpdateCheck, AnAddressThatCannotBeFormedEndsTheCheck) {
 
 TEST_F(UpdateCheck, AnAnswerAfterTheEndOfTheProgramIsIgnored) {
     startVersion(u"1.0"_s);
+    const QStringList before = banners();
     endProgram();
     network.answer(0, R"({"version": "2.0"})");
+    EXPECT_EQ(network.requests.size(), 1U);
+    EXPECT_EQ(banners(), before);
 }

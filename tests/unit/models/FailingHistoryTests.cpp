@@ -1,9 +1,5 @@
 #include "AppStateFixture.h"
-
-#include <functional>
-#include <utility>
-
-#include <sqlite3.h>
+#include "support/OtherProgram.h"
 
 using namespace quorvin;
 using namespace quorvin::testing;
@@ -14,21 +10,9 @@ namespace {
 /// A history that fails after the start: the program must not stumble over it.
 class FailingHistory : public AppStateTest {
 protected:
-    [[nodiscard]] QString database() const {
-        return *bundle.applicationSupport + u"/quorvin/history.db"_s;
-    }
-
-    /// Another program takes the history for itself, and gives it back at the end.
-    std::shared_ptr<sqlite3> lock() {
-        sqlite3* opened = nullptr;
-        EXPECT_EQ(sqlite3_open(database().toUtf8().constData(), &opened), SQLITE_OK);
-        EXPECT_EQ(sqlite3_exec(opened, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr), SQLITE_OK);
-        return {opened, sqlite3_close};
-    }
-
     /// Writes over all of the file while it is open.
     void damage() {
-        QFile file(database());
+        QFile file(historyPath());
         ASSERT_TRUE(file.open(QIODevice::ReadWrite));
         const QByteArray noise = QByteArray("not a database ").repeated(file.size() / 15 + 1);
         ASSERT_EQ(file.write(noise), noise.size());
@@ -50,7 +34,8 @@ TEST_F(FailingHistory, ATakeEndsInTheDraftWhileTheHistoryIsLocked) {
     start();
     dictate(u"before"_s);
     {
-        const auto other = lock();
+        OtherProgram other(historyPath());
+        other.run("BEGIN EXCLUSIVE");
         takeEndsInTheDraft(u"meanwhile"_s);
         app().loadHistory();
         EXPECT_TRUE(app().historyEntries().isEmpty());

@@ -1,6 +1,5 @@
 #include "AppStateFixture.h"
-
-#include <sqlite3.h>
+#include "support/OtherProgram.h"
 
 using namespace quorvin;
 using namespace quorvin::testing;
@@ -14,18 +13,6 @@ class Reliability : public AppStateTest {
 protected:
     void moveWallClock(std::chrono::seconds by) {
         scheduler.setWallTime(scheduler.wallTime().addSecs(by.count()));
-    }
-
-    /// What a clock that is set back makes of the times in the database.
-    void dateHistoryForward(const QString& by) {
-        const QString path = *bundle.applicationSupport + u"/quorvin/history.db"_s;
-        const QString change = u"UPDATE history SET created_at = datetime(created_at, '%1')"_s;
-        sqlite3* database = nullptr;
-        ASSERT_EQ(sqlite3_open(path.toUtf8().constData(), &database), SQLITE_OK);
-        EXPECT_EQ(
-            sqlite3_exec(database, change.arg(by).toUtf8().constData(), nullptr, nullptr, nullptr),
-            SQLITE_OK);
-        sqlite3_close(database);
     }
 
     [[nodiscard]] QString newestText() const { return history().constFirst().text; }
@@ -72,7 +59,7 @@ TEST_F(Reliability, AClockThatIsSetBackCostsNoDraft) {
     for (int i = 0; i < 20; ++i) {
         dictate(u"before"_s);
     }
-    dateHistoryForward(u"+1 hour"_s);
+    OtherProgram(historyPath()).moveTimes("+1 hour"); // to a clock set back
     moveWallClock(-1h);
     for (const auto& text : {u"after"_s, u"and again"_s}) {
         app().setDraftText(QString());
@@ -80,6 +67,9 @@ TEST_F(Reliability, AClockThatIsSetBackCostsNoDraft) {
         EXPECT_EQ(app().draftText(), text);
         EXPECT_EQ(app().state(), AppState::AppMode::ready);
         EXPECT_EQ(history().size(), 20);
+    }
+    for (const HistoryEntry& entry : history()) {
+        EXPECT_EQ(entry.text, u"before");
     }
 }
 

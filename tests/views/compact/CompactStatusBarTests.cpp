@@ -1,5 +1,4 @@
 #include "CompactViewTest.h"
-#include "support/Eventually.h"
 
 #include <QApplication>
 #include <QFileDialog>

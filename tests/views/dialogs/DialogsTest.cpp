@@ -1,25 +1,10 @@
 #include "DialogsTest.h"
 
-#include <sqlite3.h>
+#include "support/OtherProgram.h"
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace quorvin::testing {
-
-namespace {
-
-/// The store stamps its rows with the real time and tells them apart by seconds.
-void makeHistoryOlder(const QString& path) {
-    sqlite3* database = nullptr;
-    ASSERT_EQ(sqlite3_open(path.toUtf8().constData(), &database), SQLITE_OK);
-    EXPECT_EQ(sqlite3_exec(database,
-                           "UPDATE history SET created_at = datetime(created_at, '-1 minute')",
-                           nullptr, nullptr, nullptr),
-              SQLITE_OK);
-    sqlite3_close(database);
-}
-
-} // namespace
 
 void DialogsTest::showOverWindow(const QString& qml) {
     show(u"Rectangle { id: window; required property QtObject appState; width: 580; height: 850;"
@@ -37,7 +22,8 @@ void DialogsTest::showMainWindow() {
 
 void DialogsTest::remember(const QString& text, const QString& sentTo, double duration,
                            const QString& language) {
-    makeHistoryOlder(*bundle.applicationSupport + u"/quorvin/history.db"_s);
+    // The store stamps its rows with the real time and tells them apart by seconds.
+    OtherProgram(historyPath()).moveTimes("-1 minute");
     app().historyService()->add(text, language, duration, sentTo);
 }
 

@@ -1,7 +1,5 @@
 #include "HistoryTest.h"
 
-#include <QElapsedTimer>
-
 using namespace quorvin;
 using namespace quorvin::testing;
 using namespace std::chrono_literals;
@@ -280,21 +278,18 @@ TEST_F(HistoryDialog, TabStaysInsideInTheMainWindow) {
     }
 }
 
-TEST_F(HistoryDialog, StaysFastWithThousandsOfRows) {
+TEST_F(HistoryDialog, MakesOnlyTheRowsInSight) {
     LongMemory memory;
     show(u"Rectangle { id: window; required property QtObject appState; property bool isShown;"
          "width: 580; height: 850; color: 'black';"
          "HistoryDialog { appState: window.appState; isPresented: window.isShown } }"_s,
          {{u"appState"_s, QVariant::fromValue<QObject*>(&memory)}});
-    QElapsedTimer timer;
-    timer.start();
     root()->setProperty("isShown", true);
     settle();
     for (int i = 0; i < 20; ++i) {
         key(Qt::Key_Down);
         advance(32ms);
     }
-    RecordProperty("milliseconds", static_cast<int>(timer.elapsed()));
     EXPECT_EQ(textOf(u"historyTitle"_s), u"Transcription History (5000)"_s);
     EXPECT_EQ(propertyOf(u"historyList"_s, "count").toInt(), 5000);
     EXPECT_TRUE(row(u"text 20"_s)->hasActiveFocus());

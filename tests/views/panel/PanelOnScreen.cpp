@@ -9,6 +9,7 @@
 #include <QScreen>
 
 #include <algorithm>
+#include <array>
 
 #include <xcb/xtest.h>
 
@@ -28,8 +29,7 @@ void synchronize(xcb_connection_t* connection) {
 } // namespace
 
 FocusWatch::FocusWatch(XDesktop& desktop, xcb_window_t window)
-    : m_desktop(desktop)
-    , m_handle(xcb_connect(qgetenv("DISPLAY").constData(), nullptr))
+    : m_handle(xcb_connect(qgetenv("DISPLAY").constData(), nullptr))
     , m_activeWindow(desktop.atom("_NET_ACTIVE_WINDOW")) {
     const std::uint32_t focus = XCB_EVENT_MASK_FOCUS_CHANGE;
     xcb_change_window_attributes(m_handle, window, XCB_CW_EVENT_MASK, &focus);
@@ -117,25 +117,11 @@ xcb_window_t PanelOnScreen::openTerminal() {
 
 void PanelOnScreen::makeFullScreen(xcb_window_t window) {
     constexpr std::uint32_t add = 1;
-    sendToRoot(window, "_NET_WM_STATE", {add, desktop.atom("_NET_WM_STATE_FULLSCREEN")});
+    desktop.sendToRoot(window, "_NET_WM_STATE", add, desktop.atom("_NET_WM_STATE_FULLSCREEN"));
 }
 
 void PanelOnScreen::goToDesktop(std::uint32_t number) {
-    sendToRoot(desktop.root(), "_NET_CURRENT_DESKTOP", {number, XCB_CURRENT_TIME});
-}
-
-void PanelOnScreen::sendToRoot(xcb_window_t window, const char* type,
-                               std::array<std::uint32_t, 2> data) {
-    xcb_client_message_event_t message{};
-    message.response_type = XCB_CLIENT_MESSAGE;
-    message.format = 32;
-    message.window = window;
-    message.type = desktop.atom(type);
-    std::copy(data.begin(), data.end(), message.data.data32);
-    xcb_send_event(desktop.handle(), 0, desktop.root(),
-                   XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
-                   reinterpret_cast<const char*>(&message));
-    xcb_flush(desktop.handle());
+    desktop.sendToRoot(desktop.root(), "_NET_CURRENT_DESKTOP", number, XCB_CURRENT_TIME);
 }
 
 xcb_window_t PanelOnScreen::openDragSource(const QStringList& contents) {

@@ -9,8 +9,6 @@
 #include <QQmlEngine>
 #include <QQuickView>
 
-#include <array>
-
 namespace quorvin::testing {
 
 /// Hears each time that a window loses the keyboard, or another one becomes the active window.
@@ -25,7 +23,6 @@ public:
     [[nodiscard]] int losses();
 
 private:
-    XDesktop& m_desktop;
     xcb_connection_t* m_handle;
     xcb_atom_t m_activeWindow;
     int m_losses = 0;
@@ -79,7 +76,6 @@ protected:
 
 private:
     bool eventFilter(QObject* watched, QEvent* event) override;
-    void sendToRoot(xcb_window_t window, const char* type, std::array<std::uint32_t, 2> data);
 };
 
 } // namespace quorvin::testing

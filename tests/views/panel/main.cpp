@@ -1,8 +1,7 @@
 #include "unit/platform/linux/x11/XDesktop.h"
-#include "views/ViewTypes.h"
+#include "views/ViewSetup.h"
 
 #include <QApplication>
-#include <QQuickStyle>
 
 #include <gmock/gmock.h>
 
@@ -16,7 +15,6 @@ int main(int argc, char** argv) {
     qputenv("DISPLAY", server.display());
     qputenv("QT_QPA_PLATFORM", "xcb");
     const QApplication application(argc, argv);
-    quorvin::registerViewTypes();
-    QQuickStyle::setStyle(QStringLiteral("Basic"));
+    quorvin::setUpViews();
     return RUN_ALL_TESTS();
 }

@@ -1,5 +1,6 @@
 #include "platform/qt/JsonUserDefaults.h"
 #include "support/LogCapture.h"
+#include "support/SmallDisk.h"
 
 #include <QDir>
 #include <QFile>
@@ -12,13 +13,13 @@
 #include <limits>
 
 #include <gmock/gmock.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 using namespace quorvin;
 using namespace Qt::Literals::StringLiterals;
 using quorvin::testing::LogCapture;
+using quorvin::testing::SmallDisk;
 
 namespace {
 
@@ -304,16 +305,11 @@ TEST_F(JsonUserDefaultsTest, ADamagedReadOnlyFileStaysWhereItIs) {
 TEST_F(JsonUserDefaultsTest, AFailedWriteIsSaidOnceAndLeavesTheOldFileWhole) {
     write(path, R"({"a": 1})");
     JsonUserDefaults defaults(path);
-    // As on a full disk: no file may grow beyond a few bytes.
-    std::signal(SIGXFSZ, SIG_IGN);
-    rlimit before{};
-    getrlimit(RLIMIT_FSIZE, &before);
-    rlimit small = before;
-    small.rlim_cur = 4;
-    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
-    defaults.setInteger(u"a"_s, 2);
-    defaults.setInteger(u"b"_s, 3);
-    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &before), 0);
+    {
+        const SmallDisk disk(4);
+        defaults.setInteger(u"a"_s, 2);
+        defaults.setInteger(u"b"_s, 3);
+    }
     EXPECT_EQ(read(path), R"({"a": 1})");
     EXPECT_EQ(entries(directory), QStringList{u"settings.json"_s});
     EXPECT_EQ(defaults.number(u"a"_s), 2.0);

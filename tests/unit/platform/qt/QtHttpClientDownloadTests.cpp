@@ -1,17 +1,16 @@
 #include "platform/qt/QtHttpClient.h"
 #include "support/Eventually.h"
+#include "support/SmallDisk.h"
 #include "unit/platform/qt/HttpServer.h"
 
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 
-#include <csignal>
 #include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 
 using namespace quorvin;
 using namespace quorvin::testing;
@@ -59,27 +58,6 @@ private:
             error = QString::fromUtf8(failure.what());
         }
     }
-};
-
-/// No file of this process grows beyond that many bytes while this lives, as on a disk that is
-/// full.
-class FileSizeLimit {
-public:
-    explicit FileSizeLimit(rlim_t bytes) : m_handler(::signal(SIGXFSZ, SIG_IGN)) {
-        getrlimit(RLIMIT_FSIZE, &m_before);
-        const rlimit limit{bytes, m_before.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FileSizeLimit() {
-        setrlimit(RLIMIT_FSIZE, &m_before);
-        ::signal(SIGXFSZ, m_handler);
-    }
-    FileSizeLimit(const FileSizeLimit&) = delete;
-    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
-
-private:
-    void (*m_handler)(int);
-    rlimit m_before{};
 };
 
 } // namespace
@@ -211,7 +189,7 @@ TEST_F(HttpDownload, AServerThatFallsSilentIsGivenUp) {
 TEST_F(HttpDownload, AFullDiskIsAFailure) {
     server.answer =
         "HTTP/1.1 200 OK\r\nContent-Length: 3000000\r\n\r\n" + QByteArray(3'000'000, 'x');
-    const FileSizeLimit limit(100'000);
+    const SmallDisk disk(100'000);
     run(server.url());
     EXPECT_EQ(error, u"File too large"_s);
     EXPECT_TRUE(files().isEmpty());

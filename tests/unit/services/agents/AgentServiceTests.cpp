@@ -17,7 +17,6 @@ using namespace quorvin;
 using namespace quorvin::testing;
 using namespace std::chrono_literals;
 using namespace Qt::Literals::StringLiterals;
-using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
 namespace {
@@ -218,11 +217,14 @@ TEST_F(AgentServiceTest, AServiceThatHasGoneIsNotScannedForAndItsWaitersGoOn) {
 
 TEST_F(AgentServiceTest, AServiceMayGoBetweenScanAndResult) {
     add(100, u"claude"_s);
+    int changes = 0;
+    QObject::connect(service.get(), &AgentService::claudeSessionsChanged, [&] { ++changes; });
     service->refreshSessionsForce();
     background.front()();
     EXPECT_EQ(scans, 1);
     service.reset();
     scheduler.runPosted();
+    EXPECT_EQ(changes, 0);
 }
 
 TEST_F(AgentServiceTest, AListenerMayLetTheServiceGo) {

@@ -176,7 +176,10 @@ TEST_F(AudioServiceMeter, AStartClearsTheLevelThatALateUpdateLeft) {
 
 TEST_F(AudioServiceMeter, AServiceThatIsGoneGetsNoUpdate) {
     service->startRecording();
+    int changes = 0;
+    QObject::connect(service.get(), &AudioService::audioLevelChanged, [&] { ++changes; });
     engine().feed({0.5F});
     service.reset();
     scheduler.runPosted();
+    EXPECT_EQ(changes, 0);
 }

@@ -145,7 +145,10 @@ TEST_F(AudioServiceMonitoring, ALostDeviceEndsIt) {
 
 TEST_F(AudioServiceMonitoring, AServiceThatIsGoneGetsNoUpdate) {
     service->startMonitoring();
+    int changes = 0;
+    QObject::connect(service.get(), &AudioService::audioLevelChanged, [&] { ++changes; });
     engine().feed({0.5F});
     service.reset();
     scheduler.runPosted();
+    EXPECT_EQ(changes, 0);
 }

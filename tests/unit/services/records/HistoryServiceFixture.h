@@ -1,6 +1,7 @@
 #pragma once
 
 #include "services/records/HistoryService.h"
+#include "support/OtherProgram.h"
 #include "support/VirtualScheduler.h"
 #include "support/fakes/FakeApplicationBundle.h"
 
@@ -12,35 +13,8 @@
 #include <memory>
 
 #include <gtest/gtest.h>
-#include <sqlite3.h>
 
 namespace quorvin::testing {
-
-/// Another program at the same file.
-class OtherProgram {
-public:
-    explicit OtherProgram(const QString& path) {
-        EXPECT_EQ(sqlite3_open(path.toUtf8().constData(), &m_db), SQLITE_OK);
-    }
-    ~OtherProgram() { sqlite3_close(m_db); }
-    OtherProgram(const OtherProgram&) = delete;
-    OtherProgram& operator=(const OtherProgram&) = delete;
-
-    /// Runs one statement and returns the first column of its rows.
-    QStringList run(const char* sql) {
-        QStringList rows;
-        const auto collect = [](void* list, int, char** values, char**) {
-            static_cast<QStringList*>(list)->append(QString::fromUtf8(values[0]));
-            return 0;
-        };
-        EXPECT_EQ(sqlite3_exec(m_db, sql, collect, &rows, nullptr), SQLITE_OK)
-            << sqlite3_errmsg(m_db);
-        return rows;
-    }
-
-private:
-    sqlite3* m_db = nullptr;
-};
 
 /// A history in a directory of its own, and a clock that the test turns.
 class HistoryServiceTest : public ::testing::Test {
@@ -66,8 +40,7 @@ protected:
     void addAMinuteApart(HistoryService& history, int count) {
         for (int i = 1; i <= count; ++i) {
             // Whatever is there becomes a minute older.
-            OtherProgram(databasePath())
-                .run("UPDATE history SET created_at = datetime(created_at, '-1 minute')");
+            OtherProgram(databasePath()).moveTimes("-1 minute");
             history.add(QString::number(i), QStringLiteral("en"), 1.0, QString());
         }
     }

@@ -1,19 +1,19 @@
 #include "services/transcription/TemporaryWavFile.h"
+#include "support/SmallDisk.h"
 
 #include <QDir>
 #include <QFile>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 
-#include <csignal>
 #include <optional>
 
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 
 using namespace quorvin;
 using namespace Qt::Literals::StringLiterals;
+using quorvin::testing::SmallDisk;
 
 namespace {
 
@@ -22,27 +22,6 @@ mode_t modeOf(const QString& path) {
     EXPECT_EQ(::stat(path.toUtf8().constData(), &status), 0);
     return status.st_mode & 07777;
 }
-
-/// While this lives, no file of this program can grow past `limit` bytes, as on a full disk.
-class SmallDisk {
-public:
-    explicit SmallDisk(rlim_t limit) {
-        m_handler = ::signal(SIGXFSZ, SIG_IGN);
-        ::getrlimit(RLIMIT_FSIZE, &m_before);
-        const rlimit small{limit, m_before.rlim_max};
-        ::setrlimit(RLIMIT_FSIZE, &small);
-    }
-    ~SmallDisk() {
-        ::setrlimit(RLIMIT_FSIZE, &m_before);
-        ::signal(SIGXFSZ, m_handler);
-    }
-    SmallDisk(const SmallDisk&) = delete;
-    SmallDisk& operator=(const SmallDisk&) = delete;
-
-private:
-    rlimit m_before{};
-    sighandler_t m_handler = nullptr;
-};
 
 } // namespace
 

@@ -1,4 +1,5 @@
 #include "platform/linux/freedesktop/FreedesktopNotifications.h"
+#include "support/Eventually.h"
 #include "unit/platform/linux/freedesktop/NotificationServer.h"
 #include "unit/platform/linux/freedesktop/PrivateBus.h"
 
@@ -30,7 +31,7 @@ protected:
         QDBusMessage message = QDBusMessage::createMethodCall(
             u"org.freedesktop.DBus"_s, u"/"_s, u"org.freedesktop.DBus"_s, u"GetId"_s);
         const QDBusPendingCall answer = programBus.asyncCall(message);
-        ASSERT_TRUE(waitUntil([&] { return answer.isFinished(); }));
+        ASSERT_TRUE(eventually([&] { return answer.isFinished(); }));
     }
     void add(const QString& identifier, const QString& title, const QString& body = {}) {
         notifications->add({.identifier = identifier,
@@ -48,7 +49,7 @@ protected:
     void addAndFinish(const QString& identifier, const QString& title, const QString& body = {}) {
         const int before = completions;
         add(identifier, title, body);
-        ASSERT_TRUE(waitUntil([&] { return completions > before; }));
+        ASSERT_TRUE(eventually([&] { return completions > before; }));
     }
     [[nodiscard]] QStringList summaries() const {
         QStringList result;
@@ -105,7 +106,7 @@ TEST_F(NotificationServerTest, TheCriticalSoundIsUrgent) {
                         .category = {},
                         .sound = NotificationSound::critical},
                        [&](const auto&) { ++completions; });
-    ASSERT_TRUE(waitUntil([&] { return completions == 1; }));
+    ASSERT_TRUE(eventually([&] { return completions == 1; }));
     EXPECT_EQ(server->calls.front().hints[u"urgency"_s], QVariant::fromValue<uchar>(2));
 }
 
@@ -151,10 +152,10 @@ TEST_F(NotificationServerTest, TwoAtOnceEndAsOneBanner) {
     add(u"error"_s, u"first"_s);
     add(u"error"_s, u"second"_s);
     add(u"other"_s, u"beside"_s);
-    ASSERT_TRUE(waitUntil([&] { return server->calls.size() >= 2; }));
+    ASSERT_TRUE(eventually([&] { return server->calls.size() >= 2; }));
     EXPECT_EQ(summaries(), (QStringList{u"first"_s, u"beside"_s})) << "the second must wait";
     server->releaseReplies();
-    ASSERT_TRUE(waitUntil([&] { return completions == 4; }));
+    ASSERT_TRUE(eventually([&] { return completions == 4; }));
     EXPECT_EQ(summaries(), (QStringList{u"first"_s, u"beside"_s, u"second"_s}));
     EXPECT_EQ(server->calls[2].replacesId, 42U);
     EXPECT_TRUE(errors.isEmpty());
@@ -167,7 +168,7 @@ TEST_F(NotificationServerTest, OfManyThatWaitOnlyTheLastIsSent) {
         add(u"error"_s, QString::number(i));
     }
     add(u"other"_s, u"beside"_s);
-    ASSERT_TRUE(waitUntil([&] { return completions == 6; }));
+    ASSERT_TRUE(eventually([&] { return completions == 6; }));
     EXPECT_EQ(summaries(), (QStringList{u"5"_s, u"beside"_s}));
     EXPECT_TRUE(errors.isEmpty());
 }
@@ -210,9 +211,9 @@ TEST_F(NotificationServerTest, AServerThatDoesNotAnswerHoldsUpNobody) {
     }
     EXPECT_LT(timer.elapsed(), 1000);
     EXPECT_EQ(completions, 990) << "ten are left, the last of each identifier";
-    ASSERT_TRUE(waitUntil([&] { return server->capabilityCalls == 1; }));
+    ASSERT_TRUE(eventually([&] { return server->capabilityCalls == 1; }));
     server->releaseReplies();
-    ASSERT_TRUE(waitUntil([&] { return completions == 1000; }));
+    ASSERT_TRUE(eventually([&] { return completions == 1000; }));
     EXPECT_EQ(server->calls.size(), 10U);
     EXPECT_TRUE(errors.isEmpty());
 }
@@ -252,9 +253,9 @@ TEST_F(NotificationServerTest, AServerIsStartedForTheFirstBanner) {
                               u"touch %1\nexec sleep 30\n"_s.arg(bus.filePath(u"started"_s)));
     startProgram();
     add(u"id"_s, u"t"_s);
-    ASSERT_TRUE(waitUntil([&] { return QFile::exists(bus.filePath(u"started"_s)); }));
+    ASSERT_TRUE(eventually([&] { return QFile::exists(bus.filePath(u"started"_s)); }));
     startServer(); // to the bus, what it has started has now taken the name
-    ASSERT_TRUE(waitUntil([&] { return completions == 1; }));
+    ASSERT_TRUE(eventually([&] { return completions == 1; }));
     EXPECT_TRUE(errors.isEmpty());
     EXPECT_EQ(server->calls.size(), 1U);
 }
@@ -266,9 +267,9 @@ TEST_F(NotificationServerTest, TheEndOfTheBusIsAnErrorOfWhatIsUnderWay) {
     server->holdsReplies = true;
     add(u"error"_s, u"first"_s);
     add(u"error"_s, u"second"_s);
-    ASSERT_TRUE(waitUntil([&] { return server->calls.size() == 2; }));
+    ASSERT_TRUE(eventually([&] { return server->calls.size() == 2; }));
     bus.kill();
-    ASSERT_TRUE(waitUntil([&] { return completions == 3; }));
+    ASSERT_TRUE(eventually([&] { return completions == 3; }));
     EXPECT_EQ(errors.size(), 2);
     addAndFinish(u"error"_s, u"third"_s);
     EXPECT_EQ(errors.size(), 3);
@@ -279,7 +280,7 @@ TEST_F(NotificationServerTest, NobodyIsCalledAfterTheEnd) {
     startProgram();
     server->holdsReplies = true;
     add(u"error"_s, u"first"_s);
-    ASSERT_TRUE(waitUntil([&] { return server->capabilityCalls == 1; }));
+    ASSERT_TRUE(eventually([&] { return server->capabilityCalls == 1; }));
     notifications.reset();
     server->releaseReplies();
     startProgram(); // whose reply comes after the one that nobody waits for

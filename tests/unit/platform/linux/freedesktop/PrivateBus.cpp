@@ -1,22 +1,17 @@
 #include "unit/platform/linux/freedesktop/PrivateBus.h"
 
-#include <QCoreApplication>
-#include <QDeadlineTimer>
+#include "support/BoundProcess.h"
+
 #include <QDir>
 #include <QFile>
-#include <QTimer>
 
-#include <chrono>
 #include <stdexcept>
 
 namespace quorvin::testing {
 
 using namespace Qt::Literals::StringLiterals;
-using namespace std::chrono_literals;
 
 namespace {
-
-constexpr auto patience = 20s;
 
 void write(const QString& path, const QString& text) {
     QFile file(path);
@@ -66,27 +61,14 @@ void PrivateBus::kill() {
 
 void PrivateBus::start() {
     m_process.setStandardErrorFile(QProcess::nullDevice());
-    m_process.start(u"dbus-daemon"_s, {u"--config-file="_s + filePath(u"bus.conf"_s), u"--nofork"_s,
-                                       u"--print-address"_s});
+    startBound(m_process, {u"dbus-daemon"_s, u"--config-file="_s + filePath(u"bus.conf"_s),
+                           u"--nofork"_s, u"--print-address"_s});
     while (!m_process.canReadLine()) {
         if (!m_process.waitForReadyRead()) {
             throw std::runtime_error("The bus does not start");
         }
     }
     m_address = QString::fromUtf8(m_process.readLine()).trimmed();
-}
-
-bool waitUntil(const std::function<bool()>& condition) {
-    const QDeadlineTimer deadline(patience);
-    QTimer waker; // for conditions that no event of this process tells about
-    waker.start(10ms);
-    while (!condition()) {
-        if (deadline.hasExpired()) {
-            return false;
-        }
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    }
-    return true;
 }
 
 } // namespace quorvin::testing

@@ -4,8 +4,6 @@
 #include <QProcess>
 #include <QTemporaryDir>
 
-#include <functional>
-
 namespace quorvin::testing {
 
 /// A message bus of the test's own, which knows no services but those the test describes.
@@ -34,8 +32,5 @@ private:
     QString m_address;
     QStringList m_connections;
 };
-
-/// Lets events happen until `condition` holds; false when it doesn't for a very long time.
-[[nodiscard]] bool waitUntil(const std::function<bool()>& condition);
 
 } // namespace quorvin::testing

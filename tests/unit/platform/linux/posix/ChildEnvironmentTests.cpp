@@ -11,6 +11,7 @@
 
 using namespace quorvin;
 using namespace Qt::Literals::StringLiterals;
+using quorvin::testing::eventually;
 
 namespace {
 
@@ -101,7 +102,7 @@ TEST_F(ChildEnvironment, AProgramWithoutStandardDescriptorsCanStillRunChildren) 
         ::dup2(saved.at(static_cast<std::size_t>(i)), i);
         ::close(saved.at(static_cast<std::size_t>(i)));
     }
-    ASSERT_TRUE(reached([&] { return outcome->result.has_value(); }));
+    ASSERT_TRUE(eventually([&] { return outcome->result.has_value(); }));
     EXPECT_EQ(outcome->result->exitStatus, 0);
     EXPECT_EQ(outcome->result->standardOutput, "out\n"_ba);
     EXPECT_EQ(outcome->result->standardError, "err\n"_ba);

@@ -9,6 +9,7 @@
 
 using namespace quorvin;
 using namespace Qt::Literals::StringLiterals;
+using quorvin::testing::eventually;
 
 namespace {
 
@@ -29,7 +30,7 @@ protected:
     /// Starts a child that first writes its process id to the file "id", then becomes `command`.
     std::shared_ptr<Outcome> startNamed(const QString& command) {
         auto outcome = startShell(u"echo $$ > '%1' && exec %2"_s.arg(filePath(u"id"_s), command));
-        EXPECT_TRUE(reached([this] { return fileContents(u"id"_s).endsWith('\n'); }));
+        EXPECT_TRUE(eventually([this] { return fileContents(u"id"_s).endsWith('\n'); }));
         return outcome;
     }
 };
@@ -57,7 +58,7 @@ TEST_F(RealChildren, ASignalGivesItsNumber) {
 TEST_F(RealChildren, ResultsComeThroughTheEventLoopOnly) {
     const auto outcome = start(u"/bin/true"_s, {});
     EXPECT_FALSE(outcome->result);
-    EXPECT_TRUE(reached([&] { return outcome->result.has_value(); }));
+    EXPECT_TRUE(eventually([&] { return outcome->result.has_value(); }));
 }
 
 TEST_F(RealChildren, AMissingProgramIsALaunchError) {
@@ -103,7 +104,7 @@ TEST_F(RealChildren, TooFewDescriptorsAreALaunchErrorThatLeaksNone) {
         }
     } while (outcome->launchError);
     EXPECT_GE(failures, 5);
-    EXPECT_TRUE(reached([&] { return outcome->result.has_value(); }));
+    EXPECT_TRUE(eventually([&] { return outcome->result.has_value(); }));
     EXPECT_EQ(openDescriptors(), before);
 }
 
@@ -123,7 +124,7 @@ TEST_F(RealChildren, ManyChildrenRunAtOnce) {
     }
     for (int i = 0; i < 30; ++i) {
         const auto& outcome = outcomes.at(static_cast<std::size_t>(i));
-        ASSERT_TRUE(reached([&] { return outcome->result.has_value(); }));
+        ASSERT_TRUE(eventually([&] { return outcome->result.has_value(); }));
         EXPECT_EQ(outcome->result->exitStatus, i);
         EXPECT_EQ(outcome->result->standardOutput.trimmed(), QByteArray::number(i));
     }
@@ -144,11 +145,11 @@ TEST_F(RealChildren, OutputBeyondThePipeHangsUntilTheRunnerGoes) {
     // Deliberate: the pipes are read after the end only.
     const auto outcome = startNamed(u"head -c 65537 /dev/zero"_s);
     // This program sleeps for nothing but room in the pipe.
-    ASSERT_TRUE(reached([this] { return stateOf(fileContents(u"id"_s)) == 'S'; }));
+    ASSERT_TRUE(eventually([this] { return stateOf(fileContents(u"id"_s)) == 'S'; }));
     EXPECT_FALSE(outcome->result);
     runner.reset();
     EXPECT_EQ(stateOf(fileContents(u"id"_s)), 0);
-    ASSERT_TRUE(reached([&] { return outcome->result.has_value(); }));
+    ASSERT_TRUE(eventually([&] { return outcome->result.has_value(); }));
     EXPECT_EQ(outcome->result->exitStatus, SIGKILL);
 }
 
@@ -161,7 +162,7 @@ TEST_F(RealChildren, DestructionKillsAndCollectsTheChildren) {
     EXPECT_LT(time.elapsed(), 2000);
     EXPECT_EQ(stateOf(fileContents(u"id"_s)), 0);
     EXPECT_FALSE(first->result);
-    ASSERT_TRUE(reached([&] { return first->result && second->result; }));
+    ASSERT_TRUE(eventually([&] { return first->result && second->result; }));
     EXPECT_EQ(first->result->exitStatus, SIGKILL);
     EXPECT_EQ(second->result->exitStatus, SIGKILL);
 }
@@ -169,14 +170,14 @@ TEST_F(RealChildren, DestructionKillsAndCollectsTheChildren) {
 TEST_F(RealChildren, DestructionDoesNotWaitForAGrandchildThatHoldsThePipes) {
     const auto outcome = startNamed(
         u"sh -c 'sleep 1000 & echo $! > \"%1\"; echo text'"_s.arg(filePath(u"grandchild"_s)));
-    ASSERT_TRUE(reached([this] { return stateOf(fileContents(u"id"_s)) == 0; }));
+    ASSERT_TRUE(eventually([this] { return stateOf(fileContents(u"id"_s)) == 0; }));
     const QByteArray grandchild = fileContents(u"grandchild"_s).trimmed();
     EXPECT_FALSE(outcome->result);
     QElapsedTimer time;
     time.start();
     runner.reset();
     EXPECT_LT(time.elapsed(), 2000);
-    ASSERT_TRUE(reached([&] { return outcome->result.has_value(); }));
+    ASSERT_TRUE(eventually([&] { return outcome->result.has_value(); }));
     EXPECT_EQ(outcome->result->exitStatus, SIGKILL);
     EXPECT_EQ(::kill(grandchild.toInt(), SIGKILL), 0);
 }
@@ -185,10 +186,10 @@ TEST_F(RealChildren, OutputOfAGrandchildIsWaitedFor) {
     const QString fifo = filePath(u"fifo"_s);
     const auto outcome =
         startShell(u"mkfifo '%1'; (read line < '%1'; echo late) & echo early"_s.arg(fifo));
-    ASSERT_TRUE(reached([&] { return QFile::exists(fifo); }));
+    ASSERT_TRUE(eventually([&] { return QFile::exists(fifo); }));
     EXPECT_FALSE(outcome->result);
     (void)runShell(u"echo go > '%1'"_s.arg(fifo));
-    ASSERT_TRUE(reached([&] { return outcome->result.has_value(); }));
+    ASSERT_TRUE(eventually([&] { return outcome->result.has_value(); }));
     EXPECT_EQ(outcome->result->standardOutput, "early\nlate\n"_ba);
 }
 

@@ -59,10 +59,11 @@ TEST_F(UpdateInstallerTest, TheScriptIsNoChildAndInAnotherSession) {
     ASSERT_GE(ids.size(), 2);
     EXPECT_NE(ids.at(0).toInt(), ::getsid(0));
     EXPECT_NE(ids.at(1).toInt(), ::getpgrp());
-    // Its parent has gone, so that another has taken it over.
+    // Its parent, a child of this program, has gone, so that another has taken it over.
     QFile::remove(directory.filePath(u"report"_s));
-    const QByteArray parent = report("while ps -o comm= -p $(ps -o ppid= -p $$) | grep -qx bash;"
-                                     " do :; done; ps -o ppid= -p $$");
+    const QByteArray parent =
+        report("while ps -o ppid= -p $(ps -o ppid= -p $$) | grep -qw " +
+               QByteArray::number(::getpid()) + "; do :; done; ps -o ppid= -p $$");
     EXPECT_NE(parent.trimmed().toInt(), ::getpid());
     EXPECT_NE(parent.trimmed(), "");
 }

@@ -2,14 +2,11 @@
 
 #include "platform/linux/posix/PosixProcessRunner.h"
 #include "platform/qt/QtScheduler.h"
+#include "support/Eventually.h"
 
-#include <QCoreApplication>
-#include <QDeadlineTimer>
 #include <QFile>
 #include <QTemporaryDir>
 
-#include <chrono>
-#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -46,24 +43,11 @@ protected:
     /// The result of a child that ends by itself.
     ProcessResult run(const QString& program, const QStringList& arguments) {
         const auto outcome = start(program, arguments);
-        EXPECT_TRUE(reached([&] { return outcome->result.has_value(); }));
+        EXPECT_TRUE(eventually([&] { return outcome->result.has_value(); }));
         return outcome->result.value_or(ProcessResult{});
     }
     ProcessResult runShell(const QString& script) {
         return run(QStringLiteral("/bin/sh"), {QStringLiteral("-c"), script});
-    }
-
-    /// Runs the event loop until `condition` holds; false when it doesn't within ten seconds.
-    bool reached(const std::function<bool()>& condition) {
-        const QDeadlineTimer deadline(std::chrono::seconds(10));
-        while (!condition()) {
-            if (deadline.hasExpired()) {
-                return false;
-            }
-            scheduler.postDelayed(std::chrono::milliseconds(1), [] {}); // look again
-            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-        }
-        return true;
     }
 
     [[nodiscard]] QString filePath(const QString& name) const { return directory.filePath(name); }

@@ -137,7 +137,7 @@ TEST_F(PulseServerTest, WhatAnEngineLeavesIsGoneWithTheTurn) {
     const auto streams = [this] { return server.command(u"list-source-outputs"_s); };
     ASSERT_TRUE(streams().contains(u"Dictation"_s));
     engine->stop();
-    EXPECT_TRUE(spinUntil([&] { return !streams().contains(u"Dictation"_s); }));
+    EXPECT_TRUE(eventually([&] { return !streams().contains(u"Dictation"_s); }));
 }
 
 TEST_F(PulseServerTest, ALostDeviceInterruptsAtOnceAndOnce) {
@@ -155,7 +155,7 @@ TEST_F(PulseServerTest, ALostDeviceInterruptsAtOnceAndOnce) {
     ASSERT_TRUE(recording.waitFor(20000));
     const auto wait = timeOf([&] {
         server.command(u"unload-module module-remap-source"_s);
-        ASSERT_TRUE(spinUntil([&] { return interruptions > 0; }));
+        ASSERT_TRUE(eventually([&] { return interruptions > 0; }));
     });
     EXPECT_LT(wait, 200ms);
     const std::size_t size = recording.size();
@@ -164,7 +164,7 @@ TEST_F(PulseServerTest, ALostDeviceInterruptsAtOnceAndOnce) {
     const auto other = host().makeCaptureEngine();
     other->installTap(1023, witness.tap());
     other->start();
-    ASSERT_TRUE(spinUntil([&] { return witness.size() > 20000; }));
+    ASSERT_TRUE(eventually([&] { return witness.size() > 20000; }));
     EXPECT_EQ(recording.size(), size);
     EXPECT_EQ(interruptions, 1);
 }

@@ -32,10 +32,10 @@ TEST_F(PulseServerTest, TheListFollowsTheServer) {
     ASSERT_EQ(host().devices().size(), 1U);
     server.command(u"load-module "_s +
                    microphoneModule(u"second"_s, u"room"_s, u"Another Microphone"_s));
-    EXPECT_TRUE(spinUntil([&] { return host().devices().size() == 2; }));
+    EXPECT_TRUE(eventually([&] { return host().devices().size() == 2; }));
     server.command(u"unload-module module-remap-source"_s);
     // Without a microphone the sink's monitor is left.
-    EXPECT_TRUE(spinUntil([&] { return numberOf("Desk Microphone") == 0; }));
+    EXPECT_TRUE(eventually([&] { return numberOf("Desk Microphone") == 0; }));
     EXPECT_EQ(host().devices().size(), 1U);
 }
 
@@ -48,7 +48,7 @@ TEST_F(PulseServerTest, ANumberNamesTheSameDeviceAfterARestart) {
                   microphoneModule(u"other"_s, u"first"_s, u"Another Microphone"_s),
                   sinkModule(u"room"_s, 48000, 2),
                   microphoneModule(u"mic"_s, u"room"_s, u"Desk Microphone"_s)});
-    EXPECT_TRUE(spinUntil(
+    EXPECT_TRUE(eventually(
         [&] { return host().authorizationStatus() == MicrophoneAuthorization::authorized; }));
     EXPECT_EQ(numberOf("Desk Microphone"), number);
     EXPECT_EQ(host().devices().size(), 2U);

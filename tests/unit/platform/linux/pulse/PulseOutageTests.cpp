@@ -1,5 +1,7 @@
 #include "unit/platform/linux/pulse/PulseServerFixture.h"
 
+#include <QDeadlineTimer>
+
 using namespace quorvin;
 using namespace quorvin::testing;
 using namespace Qt::Literals::StringLiterals;
@@ -18,7 +20,7 @@ TEST_F(PulseServerTest, AKilledServerInterruptsAndItsSuccessorIsUsed) {
     engine->start();
     ASSERT_TRUE(before.waitFor(20000));
     server.kill();
-    ASSERT_TRUE(spinUntil([&] { return interrupted; }));
+    ASSERT_TRUE(eventually([&] { return interrupted; }));
     EXPECT_EQ(host().authorizationStatus(), MicrophoneAuthorization::denied);
     EXPECT_THROW(static_cast<void>(host().devices()), AudioHostError);
 
@@ -42,12 +44,14 @@ TEST_F(PulseServerTest, ADestroyedEngineInterruptsNobody) {
     ASSERT_TRUE(recording.waitFor(2046));
     server.kill();
     // This sees the loss without running the event loop: the interruption is posted, not called.
+    const QDeadlineTimer deadline(patience);
     while (host().authorizationStatus() != MicrophoneAuthorization::denied) {
+        ASSERT_FALSE(deadline.hasExpired());
     }
     engine.reset();
     bool passed = false;
     scheduler.post([&] { passed = true; });
-    ASSERT_TRUE(spinUntil([&] { return passed; }));
+    ASSERT_TRUE(eventually([&] { return passed; }));
     EXPECT_FALSE(interrupted);
 }
 
@@ -56,7 +60,7 @@ TEST_F(PulseServerTest, ConnectsInTheBackgroundWhenTheServerComesBack) {
     ASSERT_EQ(host().devices().size(), 1U);
     server.kill();
     startServer();
-    EXPECT_TRUE(spinUntil([&] {
+    EXPECT_TRUE(eventually([&] {
         return server.command(u"list-clients"_s).contains(u"application.name = \"Quorvin\""_s);
     }));
 }
@@ -110,7 +114,7 @@ TEST_F(PulseServerTest, AServerThatHangsFromTheBeginningIsWaitedForOnce) {
               }),
               500ms);
     server.thaw();
-    EXPECT_TRUE(spinUntil(
+    EXPECT_TRUE(eventually(
         [&] { return host().authorizationStatus() == MicrophoneAuthorization::notDetermined; }));
 }
 

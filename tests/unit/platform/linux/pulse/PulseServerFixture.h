@@ -2,16 +2,11 @@
 
 #include "platform/linux/pulse/PulseAudioHost.h"
 #include "platform/qt/QtScheduler.h"
+#include "support/Eventually.h"
 #include "support/SoundServer.h"
-
-#include <QCoreApplication>
-#include <QDeadlineTimer>
-#include <QEventLoop>
-#include <QTimer>
 
 #include <chrono>
 #include <condition_variable>
-#include <functional>
 #include <map>
 #include <mutex>
 #include <optional>
@@ -23,20 +18,6 @@
 namespace quorvin::testing {
 
 inline constexpr auto patience = std::chrono::seconds(20);
-
-/// Runs the event loop until `condition` holds; false when it never does.
-inline bool spinUntil(const std::function<bool()>& condition) {
-    const QDeadlineTimer deadline(patience);
-    QTimer look; // so that conditions of other threads are seen, too
-    look.start(std::chrono::milliseconds(2));
-    while (!condition()) {
-        if (deadline.hasExpired()) {
-            return false;
-        }
-        QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
-    }
-    return true;
-}
 
 template <typename Work>
 std::chrono::steady_clock::duration timeOf(Work work) {
@@ -107,7 +88,7 @@ protected:
             const bool yes = co_await host().requestAccess();
             answer = yes;
         });
-        static_cast<void>(spinUntil([&] { return answer.has_value(); }));
+        static_cast<void>(eventually([&] { return answer.has_value(); }));
         return answer;
     }
 

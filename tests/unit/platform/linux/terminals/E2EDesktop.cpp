@@ -1,5 +1,6 @@
 #include "unit/platform/linux/terminals/E2EDesktop.h"
 
+#include "support/BoundProcess.h"
 #include "support/Eventually.h"
 
 #include <QCoreApplication>
@@ -65,8 +66,8 @@ int runOnPrivateDesktop(const QStringList& arguments) {
     QProcess bus;
     bus.setProcessEnvironment(environment);
     bus.setStandardErrorFile(QProcess::nullDevice());
-    bus.start(u"dbus-daemon"_s,
-              {u"--session"_s, u"--nofork"_s, u"--nopidfile"_s, u"--print-address"_s});
+    startBound(bus, {u"dbus-daemon"_s, u"--session"_s, u"--nofork"_s, u"--nopidfile"_s,
+                     u"--print-address"_s});
     while (!bus.canReadLine() && bus.waitForReadyRead(startLimit)) {
     }
     environment.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, QString::fromUtf8(bus.readLine()).trimmed());
@@ -74,7 +75,7 @@ int runOnPrivateDesktop(const QStringList& arguments) {
     QProcess program;
     program.setProcessEnvironment(environment);
     program.setProcessChannelMode(QProcess::ForwardedChannels);
-    program.start(QCoreApplication::applicationFilePath(), arguments);
+    startBound(program, QStringList{QCoreApplication::applicationFilePath()} + arguments);
     program.waitForFinished(-1);
     bus.kill(); // and with it the terminals that it has started
     bus.waitForFinished();

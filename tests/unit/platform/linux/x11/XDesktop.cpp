@@ -1,5 +1,7 @@
 #include "unit/platform/linux/x11/XDesktop.h"
 
+#include "support/BoundProcess.h"
+
 #include <QCoreApplication>
 #include <QDeadlineTimer>
 #include <QProcessEnvironment>
@@ -23,26 +25,6 @@ void end(QProcess& process) {
 }
 
 } // namespace
-
-XServer::XServer(const QStringList& extraArguments) {
-    // Writes the number of the display that it found free when it is ready.
-    m_process.setStandardErrorFile(QProcess::nullDevice());
-    m_process.start(u"Xvfb"_s,
-                    QStringList{u"-displayfd"_s, u"1"_s, u"-screen"_s, u"0"_s, u"1024x768x24"_s,
-                                u"-nolisten"_s, u"tcp"_s, u"-noreset"_s} +
-                        extraArguments);
-    QByteArray number;
-    while (!number.endsWith('\n') && m_process.waitForReadyRead(patience)) {
-        number += m_process.readAllStandardOutput();
-    }
-    if (number.endsWith('\n')) {
-        m_display = ':' + number.trimmed();
-    }
-}
-
-void XServer::stop() {
-    end(m_process);
-}
 
 XDesktop::XDesktop(const QByteArray& display)
     : m_display(display)
@@ -70,7 +52,7 @@ QProcess& XDesktop::start(const QString& program, const QStringList& arguments) 
     process->setProcessEnvironment(environment);
     process->setStandardOutputFile(QProcess::nullDevice());
     process->setStandardErrorFile(QProcess::nullDevice());
-    process->start(program, arguments);
+    startBound(*process, QStringList{program} + arguments);
     process->waitForStarted(patience);
     return *process;
 }

@@ -2,6 +2,7 @@
 
 #include "platform/Workspace.h"
 #include "platform/linux/x11/XcbReply.h"
+#include "support/XServer.h"
 
 #include <QByteArray>
 #include <QProcess>
@@ -16,24 +17,7 @@
 
 namespace quorvin::testing {
 
-/// An X server without a screen, for one test alone.
-class XServer {
-public:
-    explicit XServer(const QStringList& extraArguments = {});
-    ~XServer() { stop(); }
-    XServer(const XServer&) = delete;
-    XServer& operator=(const XServer&) = delete;
-
-    /// As for the variable DISPLAY; empty when the server could not be started.
-    [[nodiscard]] QByteArray display() const { return m_display; }
-    void stop();
-
-private:
-    QProcess m_process;
-    QByteArray m_display;
-};
-
-/// The test's own connection to that server: makes windows and watches the desktop.
+/// The test's own connection to its X server: makes windows and watches the desktop.
 class XDesktop {
 public:
     struct WindowOptions {
@@ -68,6 +52,9 @@ public:
     void close(xcb_window_t window);
     void hide(xcb_window_t window);
     void iconify(xcb_window_t window);
+    /// Asks the window manager for something about a window, as a pager does.
+    void sendToRoot(xcb_window_t window, const char* type, std::uint32_t first,
+                    std::uint32_t second);
     /// Gives a window the keyboard focus as its user would, and waits until it has it.
     [[nodiscard]] bool focus(xcb_window_t window);
 
@@ -92,8 +79,6 @@ private:
     void setNumber(xcb_window_t window, const char* property, xcb_atom_t type, std::uint32_t value);
     void setText(xcb_window_t window, xcb_atom_t property, const QByteArray& text);
     [[nodiscard]] std::vector<std::uint32_t> numbers(xcb_window_t window, const char* property);
-    void sendToRoot(xcb_window_t window, const char* type, std::uint32_t first,
-                    std::uint32_t second);
 
     QByteArray m_display;
     QTemporaryDir m_home;
